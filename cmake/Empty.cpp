@@ -1,0 +1,1 @@
+// A layer that has only headers still needs one translation unit.
