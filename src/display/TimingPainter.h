@@ -1,0 +1,36 @@
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "display/Canvas.h"
+#include "display/Events.h"
+#include "state/InstrumentState.h"
+
+namespace zu {
+
+/// What the Timing view looks like apart from the state: the client area and what is being done to it.
+struct ViewGeom {
+    std::int32_t Width = 0;  ///< client pixels
+    std::int32_t Height = 0;
+};
+
+/// Pixel span of one information column; an empty span is not shown.
+struct ColumnSpan {
+    std::int32_t Start = 0;
+    std::int32_t End = 0;
+};
+
+/// What a paint of the Timing view tells its window.
+struct PaintResult {
+    std::string Title;
+    ScrollRange Horizontal;
+    ScrollRange Vertical;
+    std::int32_t DataLeft = 0;  ///< x of the first sample
+    std::array<ColumnSpan, kTimingColumns> Columns{};
+};
+
+/// Paints the whole Timing view. The only change to the state is the clamp of TimingDataPos to 0.
+PaintResult PaintTiming(InstrumentState& state, const ViewGeom& geom, Canvas& canvas);
+
+}  // namespace zu
