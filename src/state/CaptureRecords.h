@@ -32,7 +32,7 @@ struct TrigWordTable {
 
 struct TriggerRecord {
     TrigWordTable TrigWord;
-    std::array<Text<16>, kTrigWords> TrigWordName;  ///< default "%dEvent"
+    std::array<Text<15>, kTrigWords> TrigWordName;  ///< default "%dEvent", 14 characters
     // The level lists have room for what a settings line can carry; levels are 0..15.
     std::array<std::int32_t, kTrigListSlots> SeqList{};   ///< 0 none, w + 1 selects word w
     std::array<std::int32_t, kTrigListSlots> ModeList{};  ///< 0 word level, 1 delay level
