@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/CommandTable.h"
 #include "core/Shell.h"
 #include "hw/HardwareSession.h"
 #include "state/Host.h"
@@ -7,12 +8,21 @@
 
 namespace zu {
 
+/// What the operating system says of itself. The defaults are this platform's; tests inject others.
+struct PlatformFacts {
+    std::uint32_t PlatformId = 2;   ///< 2 the NT family's way of port access, 1 the older one's
+    bool MessageQueueGrows = true;  ///< whether a queue of 120 posted messages could be had
+};
+
 /// What every operation of the controller works on. One instance for the life of the process.
 struct App {
     InstrumentState& State;
     zu::Host& Host;
     zu::Shell& Shell;
     HardwareSession& Hardware;
+    PlatformFacts Platform{};
+    CommandSet Removed{};       ///< menu entries taken away at start; never given back
+    int MainMovesToIgnore = 0;  ///< first moves of a new frame that must not overwrite the stored rectangle
 };
 
 }  // namespace zu
