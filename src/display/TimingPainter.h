@@ -2,23 +2,21 @@
 
 #include <array>
 #include <string>
+#include <vector>
 
 #include "display/Canvas.h"
+#include "display/Columns.h"
 #include "display/Events.h"
 #include "state/InstrumentState.h"
 
 namespace zu {
 
+class MeasureCache;
+
 /// What the Timing view looks like apart from the state: the client area and what is being done to it.
 struct ViewGeom {
     std::int32_t Width = 0;  ///< client pixels
     std::int32_t Height = 0;
-};
-
-/// Pixel span of one information column; an empty span is not shown.
-struct ColumnSpan {
-    std::int32_t Start = 0;
-    std::int32_t End = 0;
 };
 
 /// What a paint of the Timing view tells its window.
@@ -32,5 +30,10 @@ struct PaintResult {
 
 /// Paints the whole Timing view. The only change to the state is the clamp of TimingDataPos to 0.
 PaintResult PaintTiming(InstrumentState& state, const ViewGeom& geom, Canvas& canvas);
+/// The same with measurements that are kept from paint to paint.
+PaintResult PaintTiming(InstrumentState& state, const ViewGeom& geom, Canvas& canvas, MeasureCache& cache);
+
+/// Title of the Timing window for the state's zoom, rate and active view.
+std::string TimingTitle(const InstrumentState& state);
 
 }  // namespace zu

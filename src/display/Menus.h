@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace zu {
+
+struct MenuEntry {
+    int Id = 0;  ///< 0 = a separator
+    std::string Text;
+    bool Checked = false;
+    bool Enabled = true;
+};
+/// A menu that pops up at a point.
+struct MenuSpec {
+    std::vector<MenuEntry> Entries;
+};
+
+enum class CursorAction { ToWindow, WindowToCursor, Color };
+
+/// "Cursor &A to window", "&Window to cursor A", "Cursor A color" and the same for B, C, D, T.
+MenuSpec CursorMenu();
+/// Id of an entry of the cursor menu; never 0.
+constexpr int CursorMenuId(int cursor, CursorAction action) {
+    return 1 + cursor * 3 + static_cast<int>(action);
+}
+
+}  // namespace zu
