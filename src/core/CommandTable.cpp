@@ -1,5 +1,7 @@
 #include "core/CommandTable.h"
 
+#include <array>
+
 namespace zu {
 namespace {
 
@@ -148,7 +150,7 @@ constexpr std::array<CommandTraits, kCommandCount> BuildTable() {
                                            "Sample at this rate of the internal clock"};
     }
     for (int step = 0; step < kZoomSteps; ++step) {
-        table[Index(ZoomCommand(step))] = {kZoomMenu[static_cast<std::size_t>(step)].Text, "",
+        table[Index(ZoomCommand(step))] = {kZoomTable[static_cast<std::size_t>(step)].MenuText, "",
                                            "Samples to pixels of the Timing view"};
     }
     return table;

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <array>
 #include <bitset>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
 
+#include "display/Zoom.h"
 #include "state/Limits.h"
 #include "state/Rates.h"
 
@@ -14,7 +14,7 @@ namespace zu {
 inline constexpr int kMemoryModes = 12;      ///< memory modes 0..11
 inline constexpr int kSettingsSlots = 6;     ///< default settings and quick settings 1 to 5
 inline constexpr int kCaptureModeCount = 5;  ///< Normal, Single, Auto, One Shot, Continuous
-inline constexpr int kZoomSteps = 17;        ///< rows of the zoom menu
+inline constexpr int kZoomSteps = static_cast<int>(kZoomTable.size());  ///< rows of the zoom menu
 
 /// Every command of menu, toolbar and keys. Families are contiguous: `Rate0` + code and so on.
 enum class CommandId : std::uint8_t {
@@ -142,31 +142,6 @@ constexpr CommandId SaveSlotCommand(int slot) {
 constexpr CommandId ZoomCommand(int step) {
     return Plus(CommandId::Zoom0, step);
 }
-
-/// One row of the zoom menu. "1:20" is stored as 25; files hold it so.
-struct ZoomStep {
-    std::string_view Text;
-    std::int32_t Zoom;  ///< value of ScreenZoom
-};
-inline constexpr std::array<ZoomStep, kZoomSteps> kZoomMenu{{
-    {"  1:50 data:pixel", 50},
-    {"  1:20 data:pixel", 25},
-    {"  1:10 data:pixel", 10},
-    {"  1:5  data:pixel", 5},
-    {"  1:2  data:pixel", 2},
-    {"  1:1  data:pixel", 1},
-    {"  2:1  data:pixel", -2},
-    {"  4:1  data:pixel", -4},
-    {" 10:1  data:pixel", -10},
-    {" 20:1  data:pixel", -20},
-    {" 40:1  data:pixel", -40},
-    {"100:1  data:pixel", -100},
-    {"200:1  data:pixel", -200},
-    {"400:1  data:pixel", -400},
-    {"1000:1 data:pixel", -1000},
-    {"2000:1 data:pixel", -2000},
-    {"4000:1 data:pixel", -4000},
-}};
 
 /// What a command looks like before the state has a say.
 struct CommandTraits {
