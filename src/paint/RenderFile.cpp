@@ -5,12 +5,12 @@
 #include <QBuffer>
 #include <QFile>
 #include <QFileInfo>
-#include <QGuiApplication>
 #include <QPainter>
 #include <QSaveFile>
 #include <QSvgGenerator>
 
 #include "display/TimingPainter.h"
+#include "paint/Graphics.h"
 #include "paint/ImageCanvas.h"
 
 namespace zu {
@@ -66,16 +66,6 @@ bool WriteWhole(const QString& path, const QByteArray& bytes, std::string& error
 
 }  // namespace
 
-void EnsureGraphics() {
-    if (QCoreApplication::instance() != nullptr) return;
-    static std::array<char, 4> program{"zu"};
-    static std::array<char, 10> option{"-platform"};
-    static std::array<char, 10> platform{"offscreen"};
-    static std::array<char*, 4> arguments{program.data(), option.data(), platform.data(), nullptr};
-    static int count = 3;
-    static QGuiApplication application(count, arguments.data());
-}
-
 bool RenderTimingToFile(InstrumentState& state, const PictureSize& size, const std::string& path,
                         std::string& error) {
     const QString name = QFile::decodeName(QByteArray::fromStdString(path));
@@ -88,6 +78,7 @@ bool RenderTimingToFile(InstrumentState& state, const PictureSize& size, const s
         error = "no picture of this size can be made";
         return false;
     }
+    EnsureGraphics();
     QByteArray bytes;
     const bool painted =
         kind == QStringLiteral("png") ? PaintPng(state, size, bytes) : PaintSvg(state, size, bytes);

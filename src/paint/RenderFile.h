@@ -18,10 +18,6 @@ struct PictureSize {
 inline constexpr std::int32_t kMaxPictureSide = 16384;
 inline constexpr double kMaxPictureScale = 8;
 
-/// Fonts and images need the toolkit's application object. Makes one without a display if the program has
-/// none; call it once before the first picture of a program without windows.
-void EnsureGraphics();
-
 /// Paints the Timing view and writes it as PNG or SVG, by the extension of `path`. The file appears whole or
 /// not at all. False with the reason in `error`. Only TimingDataPos of the state may be clamped.
 bool RenderTimingToFile(InstrumentState& state, const PictureSize& size, const std::string& path,
