@@ -43,7 +43,7 @@ QString Latin1(char c) {
 QString ScreenFonts::Family() {
     static const QString family = [] {
         for (const char* name : kFamilies) {
-            const QString wanted = QString::fromLatin1(name);
+            QString wanted = QString::fromLatin1(name);
             if (QFontDatabase::hasFamily(wanted) && QFontDatabase::isSmoothlyScalable(wanted)) return wanted;
         }
         return QFontDatabase::systemFont(QFontDatabase::FixedFont).family();
