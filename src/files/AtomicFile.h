@@ -1,11 +1,14 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
 #include <sys/uio.h>
 #include <vector>
+
+#include "state/Host.h"
 
 namespace zu {
 
@@ -32,7 +35,7 @@ class AtomicFile {
     [[nodiscard]] const std::string& Error() const { return error_; }
 
   private:
-    bool Fail(const char* what);
+    bool Fail();
     bool CheckTarget();
     bool OpenTemporary();
     bool CopyMode();
@@ -47,5 +50,7 @@ class AtomicFile {
 
 /// Replaces a file by these bytes in one step; an empty text on success, else what went wrong.
 std::string WriteWholeFile(const std::string& path, std::string_view bytes);
+/// Commits a file. A failure shows no message: it is told by a remark.
+bool FinishSave(AtomicFile& file, Host& host);
 
 }  // namespace zu

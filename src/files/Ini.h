@@ -77,15 +77,15 @@ class IniFile {
     [[nodiscard]] std::string Text() const;
 
   private:
-    struct Line {
-        std::string Text;
-        std::string Section;    ///< the section it stands in
-        std::string Key;        ///< empty for all but "key=value" lines
-        std::size_t Value = 0;  ///< where the value starts in Text
+    struct Range {
+        std::size_t First;  ///< the line behind the section's head
+        std::size_t End;
+        bool Found;
     };
-    [[nodiscard]] const Line* FindLine(std::string_view section, std::string_view key) const;
+    [[nodiscard]] Range LinesOf(std::string_view section) const;
+    [[nodiscard]] std::optional<std::size_t> LineOf(const Range& lines, std::string_view key) const;
 
-    std::vector<Line> lines_;
+    std::vector<std::string> lines_;
 };
 
 }  // namespace zu
