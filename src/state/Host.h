@@ -36,6 +36,8 @@ class Host {
     virtual void Message(std::string_view text, std::string_view caption) = 0;
     /// Asks Yes or No; true for Yes.
     virtual bool Ask(std::string_view text, std::string_view caption) = 0;
+    /// Asks OK or Cancel; true for OK. Where only Yes and No are at hand they stand for the two.
+    virtual bool Confirm(std::string_view text, std::string_view caption) { return Ask(text, caption); }
     /// A passing remark in the status bar: what went wrong where the system shows no message box.
     virtual void Remark(std::string_view text) = 0;
     virtual void Beep() = 0;

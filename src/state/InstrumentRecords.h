@@ -34,10 +34,13 @@ struct IdentityRecord {
     std::uint8_t OsFamily = 2;      ///< 0 NT family, 1 older consumer family, 2 unknown
     std::int32_t ComMode = 0;  ///< 1, 2 byte protocol; 4, 32, 64 EPP; 8 ISA; 9 USB; 16, 128 select nothing
     std::uint16_t AddressIndex = 0;  ///< into AddressTable
-    std::array<std::uint16_t, 10> AddressTable{0x210, 0x230, 0x280, 0x2A0, 0x300, 0x320, 0x380, 0, 0, 0};
-    std::array<std::uint16_t, 10> FoundTable{};  ///< FindBoard's answer per candidate, 0 = none
-    std::uint16_t HwPort = 0;                    ///< base address of the parallel port in use
-    std::uint16_t BoardPortAddress = 0;          ///< AddressTable[AddressIndex]
+    /// Candidates: 0..6 ISA, 7..9 behind the parallel ports (7 also USB), 10 of communication mode 16.
+    std::array<std::uint16_t, kAddressCandidates> AddressTable{0x210, 0x230, 0x280, 0x2A0, 0x300, 0x320,
+                                                               0x380, 0,     0,     0,     0xE800};
+    std::array<std::uint16_t, kAddressCandidates>
+        FoundTable{};                    ///< FindBoard's answer per candidate, 0 = none
+    std::uint16_t HwPort = 0;            ///< base address of the parallel port in use
+    std::uint16_t BoardPortAddress = 0;  ///< AddressTable[AddressIndex]
     std::uint8_t HwAddressMenu = 0;
     std::string Version;       ///< version text of the series
     float DllVersion = 0.14F;  ///< from GetDLLVersion

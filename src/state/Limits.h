@@ -24,6 +24,7 @@ inline constexpr int kThresholds = 12;     ///< threshold and pattern voltage co
 inline constexpr int kRateCodes = 35;      ///< rate codes 0..34
 inline constexpr int kSpiSlots = 3;        ///< SPI buses decoded at the same time
 inline constexpr int kTranslateEntries = 513;  ///< entries of the translate table
+inline constexpr int kAddressCandidates = 11;  ///< places where a board may answer
 inline constexpr int kQualifierWords = 16;     ///< external clock qualifier words
 inline constexpr int kQualifierText = 10;  ///< bytes of one qualifier slot: nine characters and a terminator
 
