@@ -1,66 +1,69 @@
 #include "hw/HardwareSession.h"
 
-#include <algorithm>
 #include <array>
 #include <cstdio>
 
+#include "hw/BackEnds.h"
+#include "hw/Registers.h"
+
 namespace zu {
-namespace {
 
-class NullOps final : public RegisterOps {
-  public:
-    void RegWrite(std::uint16_t, std::uint16_t, std::uint8_t) override {}
-    std::uint8_t RegRead(std::uint16_t, std::uint16_t) override { return 0; }
-    void RegReadBlock(std::uint16_t, std::uint16_t, std::int32_t count, std::uint8_t* buffer) override {
-        std::fill_n(buffer, std::max(count, 0), std::uint8_t{0});
-    }
-};
+HardwareSession::HardwareSession(zu::Host& host)
+    : Host(&host), Ops(&NullRegisterOps()), Slots(std::make_unique<BackEnds>(InstrumentSeams{}, false)) {}
 
-constexpr std::array<std::uint16_t, 3> kParallelPorts{0x3BC, 0x378, 0x278};
-
-bool TakesPort(std::uint8_t comMode) {
-    constexpr std::array<std::uint8_t, 6> kModes{1, 2, 4, 9, 32, 64};
-    return std::find(kModes.begin(), kModes.end(), comMode) != kModes.end();
+HardwareSession::~HardwareSession() {
+    CloseHardware(*this);
 }
 
-}  // namespace
-
-RegisterOps& NullRegisterOps() {
-    static NullOps ops;
-    return ops;
+void ReleaseRegisters(HardwareSession& hardware) {
+    UseOps(hardware, NullRegisterOps());
 }
 
-void SetupOSFunctions(HardwareSession& hardware, std::uint8_t osFamily) {
-    hardware.OsIoMode = osFamily == 1 ? 1 : 0;
+void UsbFlushQueue(HardwareSession& hardware) {
+    hardware.Slots->Usb.Flush();
 }
 
-void SetupIO(HardwareSession& hardware, InstrumentState& state, std::uint16_t portIndex,
-             std::uint8_t comMode) {
-    state.Identity.ComMode = comMode;
-    if (!TakesPort(comMode)) return;
-    if (portIndex >= kParallelPorts.size()) hardware.Host->EndProcess(0);
-    state.Identity.HwPort = kParallelPorts[portIndex];
+bool UsbInForce(const HardwareSession& hardware) {
+    return hardware.Slots->Selected == &hardware.Slots->UsbRegisters;
 }
 
-std::uint8_t UsbDetect(HardwareSession& /*hardware*/) {
-    return 1;
+std::uint8_t UsbStatus(const HardwareSession& hardware) {
+    return hardware.Slots->Usb.Status();
 }
 
-std::uint8_t FindBoard(HardwareSession& /*hardware*/, InstrumentState& state,
-                       std::uint16_t /*boardAddress*/) {
-    // Nothing answers on the null operations, as on a bus without a board.
-    state.Identity.Emulated = 1;
-    state.Identity.HardwareType = 0;
-    return 0;
+void ResetUsbStatus(HardwareSession& hardware) {
+    hardware.Slots->Usb.ResetStatus();
 }
 
-void SetClock(HardwareSession& /*hardware*/, InstrumentState& /*state*/) {}
-void SetupMemConfig(HardwareSession& /*hardware*/, InstrumentState& /*state*/) {}
-std::uint8_t GetTrigStat(HardwareSession& /*hardware*/) {
-    return 0;
+bool DriverOpen(const HardwareSession& hardware) {
+    return hardware.Slots->Driver.IsOpen();
 }
+
+bool DriverUsable(const HardwareSession& hardware) {
+    return hardware.Slots->Driver.IsUsable();
+}
+
+const std::string& DriverFailureText(const HardwareSession& hardware) {
+    return hardware.Slots->Driver.FailureText();
+}
+
+std::uint8_t GetTrigStat(HardwareSession& hardware) {
+    constexpr int kTriggered = Bit(4);
+    constexpr int kFull = Bit(6);
+    Registers registers(hardware, hardware.HwPort, 0);
+    registers.SetOut(Shadow::S2, 0, Bit(4));
+    const int status = registers.Read(Reg::R1, 0);
+    if ((status & kTriggered) == 0) return 2;
+    return (status & kFull) != 0 ? 3 : 1;
+}
+
 void ZUPower(HardwareSession& /*hardware*/) {}
-void CloseHardware(HardwareSession& /*hardware*/) {}
+
+void CloseHardware(HardwareSession& hardware) {
+    ReleaseRegisters(hardware);
+    hardware.Slots->Usb.Close();
+    hardware.Slots->Driver.Close();
+}
 
 float GetDLLVersion(std::string& name, std::string& text) {
     constexpr float kVersion = 0.14F;
