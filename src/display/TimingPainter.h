@@ -6,12 +6,13 @@
 
 #include "display/Canvas.h"
 #include "display/Columns.h"
+#include "display/Digest.h"
 #include "display/Events.h"
+#include "display/Measure.h"
+#include "display/PolylineBuffer.h"
 #include "state/InstrumentState.h"
 
 namespace zu {
-
-class MeasureCache;
 
 /// What the Timing view looks like apart from the state: the client area and what is being done to it.
 struct ViewGeom {
@@ -28,10 +29,17 @@ struct PaintResult {
     std::array<ColumnSpan, kTimingColumns> Columns{};
 };
 
+/// What paints share: the array of points, and the measurements, which stay good until samples change.
+struct PaintScratch {
+    MeasureCache Measures;
+    DigestSet Digests;
+    PolylineBuffer Points;
+};
+
 /// Paints the whole Timing view. The only change to the state is the clamp of TimingDataPos to 0.
 PaintResult PaintTiming(InstrumentState& state, const ViewGeom& geom, Canvas& canvas);
 /// The same with measurements that are kept from paint to paint.
-PaintResult PaintTiming(InstrumentState& state, const ViewGeom& geom, Canvas& canvas, MeasureCache& cache);
+PaintResult PaintTiming(InstrumentState& state, const ViewGeom& geom, Canvas& canvas, PaintScratch& scratch);
 
 /// Title of the Timing window for the state's zoom, rate and active view.
 std::string TimingTitle(const InstrumentState& state);

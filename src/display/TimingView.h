@@ -110,7 +110,7 @@ class TimingView {
     Metrics metrics_;
     ViewGeom geom_;
     ColumnLayout layout_;
-    MeasureCache cache_;
+    PaintScratch scratch_;
     Drag drag_;
     std::int32_t pointerX_ = -1;
     std::int32_t pointerY_ = -1;
