@@ -1,0 +1,139 @@
+// Painting the Timing view over full memory, against one plain pass over the same bytes.
+#include <benchmark/benchmark.h>
+#include <emmintrin.h>
+#include <memory>
+
+#include "display/TimingPainter.h"
+#include "state/Model.h"
+
+namespace zu {
+namespace {
+
+constexpr int kRow = 15;  // 160 channels in 20 pods
+constexpr int kLines = 40;
+constexpr std::int32_t kWidth = 1600;
+constexpr std::int32_t kHeight = 36 + kLines * 19;
+
+/// A canvas that takes everything and draws nothing.
+class NullCanvas final : public Canvas {
+  public:
+    std::uint64_t Points = 0;
+    std::int32_t Width() const override { return kWidth; }
+    std::int32_t Height() const override { return kHeight; }
+    const zu::Metrics& FontMetrics() const override { return metrics_; }
+    std::int32_t TextWidth(FontId, std::string_view text) const override {
+        return static_cast<std::int32_t>(text.size()) * metrics_.Advance;
+    }
+    std::int32_t TextHeight(FontId) const override { return metrics_.TextHeight; }
+    void SetPen(Rgb) override {}
+    void SetTextColor(Rgb) override {}
+    void SetFont(FontId) override {}
+    void MoveTo(std::int32_t, std::int32_t) override {}
+    void LineTo(std::int32_t, std::int32_t) override { ++Points; }
+    void Polyline(std::span<const Point> points) override { Points += points.size(); }
+    void FillRect(const Rect&, Rgb) override {}
+    void TextOut(std::int32_t, std::int32_t, std::string_view) override {}
+    void PushClip(const Rect&) override {}
+    void PopClip() override {}
+
+  private:
+    zu::Metrics metrics_;
+};
+
+enum Signal { kIdle, kSlow, kBusy };
+
+/// A full row-15 memory: idle lines, edges every few thousand samples, or an edge at almost every sample.
+std::unique_ptr<InstrumentState> Filled(std::int32_t length, Signal signal) {
+    auto state = std::make_unique<InstrumentState>();
+    ChangeModel(*state, kRow);
+    ResetChannelNames(*state);
+    ResetChannelColors(*state);
+    for (int pod = 0; pod < state->Shape.BufCount; ++pod) SetBufLenFull(state->Buffer.BufLen, pod, length);
+    state->Memory.BufferLen = state->Memory.DisplayLen = length;
+    for (int pod = 0; pod < state->Shape.BufCount; ++pod) {
+        std::uint32_t at = 0;
+        for (auto& byte : state->Buffer.Samples(pod)) {
+            byte = static_cast<std::uint8_t>(signal == kIdle ? 0x5A : signal == kBusy ? at : at >> 12);
+            ++at;
+        }
+    }
+    state->Timing.TimingLines = kLines;
+    return state;
+}
+
+/// Reads all bytes that the lines on show have, once a line.
+std::uint64_t ReadOnce(const InstrumentState& state) {
+    __m128i sum = _mm_setzero_si128();
+    for (int line = 0; line < kLines; ++line) {
+        const auto pod =
+            static_cast<std::size_t>(state.Timing.LineSource[static_cast<std::size_t>(line)] / 8);
+        const std::uint8_t* at = state.Buffer.Pod[pod];
+        const std::uint8_t* end = at + state.Buffer.BufLen[pod];
+        for (; end - at >= 64; at += 64) {
+            for (int i = 0; i < 4; ++i) {
+                sum = _mm_xor_si128(sum, _mm_loadu_si128(reinterpret_cast<const __m128i*>(at + 16 * i)));
+            }
+        }
+    }
+    return static_cast<std::uint64_t>(_mm_cvtsi128_si64(sum));
+}
+
+void SetBytes(benchmark::State& run, const InstrumentState& state) {
+    run.SetBytesProcessed(run.iterations() * kLines * state.Buffer.BufLen[0]);
+}
+
+void BM_OnePass(benchmark::State& run) {
+    const auto state = Filled(static_cast<std::int32_t>(run.range(0)), kIdle);
+    for (auto _ : run) benchmark::DoNotOptimize(ReadOnce(*state));
+    SetBytes(run, *state);
+}
+BENCHMARK(BM_OnePass)->Arg(524288)->Arg(2097152)->Unit(benchmark::kMicrosecond);
+
+/// Arguments: samples, zoom, signal.
+void BM_PaintFull(benchmark::State& run) {
+    const auto state = Filled(static_cast<std::int32_t>(run.range(0)), static_cast<Signal>(run.range(2)));
+    state->Timing.ScreenZoom = static_cast<std::int32_t>(run.range(1));
+    NullCanvas canvas;
+    const auto scratch = std::make_unique<PaintScratch>();
+    for (auto _ : run) PaintTiming(*state, {kWidth, kHeight}, canvas, *scratch);
+    SetBytes(run, *state);
+}
+BENCHMARK(BM_PaintFull)
+    ->ArgsProduct({{524288, 2097152}, {-4000, -400}, {kIdle, kSlow, kBusy}})
+    ->Unit(benchmark::kMicrosecond);
+
+/// All eight columns measure the whole buffer; nothing is kept from frame to frame.
+void BM_MeasureAllColumns(benchmark::State& run) {
+    const auto state = Filled(2097152, static_cast<Signal>(run.range(0)));
+    state->Timing.ScreenZoom = -4000;
+    for (std::uint8_t column = 0; column < 8; ++column) {
+        state->Timing.TimingDisp[column] = {static_cast<std::uint8_t>(5 + column), 0, 0};
+    }
+    NullCanvas canvas;
+    const auto scratch = std::make_unique<PaintScratch>();
+    for (auto _ : run) {
+        scratch->Measures.Invalidate();
+        PaintTiming(*state, {kWidth, kHeight}, canvas, *scratch);
+    }
+}
+BENCHMARK(BM_MeasureAllColumns)->Arg(kIdle)->Arg(kSlow)->Arg(kBusy)->Unit(benchmark::kMicrosecond);
+
+/// Dragging cursor B with seven columns over the whole buffer and one from A to B.
+void BM_CursorDrag(benchmark::State& run) {
+    const auto state = Filled(2097152, static_cast<Signal>(run.range(0)));
+    state->Timing.ScreenZoom = -4000;
+    for (std::uint8_t column = 0; column < 8; ++column) {
+        state->Timing.TimingDisp[column] = {static_cast<std::uint8_t>(5 + column),
+                                            static_cast<std::uint8_t>(column == 0 ? run.range(1) : 0), 0};
+    }
+    NullCanvas canvas;
+    const auto scratch = std::make_unique<PaintScratch>();
+    for (auto _ : run) {
+        state->Cursors.Cur[1] = (state->Cursors.Cur[1] + 4000) % 2097152;
+        PaintTiming(*state, {kWidth, kHeight}, canvas, *scratch);
+    }
+}
+BENCHMARK(BM_CursorDrag)->ArgsProduct({{kIdle, kSlow, kBusy}, {0, 1}})->Unit(benchmark::kMicrosecond);
+
+}  // namespace
+}  // namespace zu
