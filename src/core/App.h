@@ -14,6 +14,13 @@ struct PlatformFacts {
     bool MessageQueueGrows = true;  ///< whether a queue of 120 posted messages could be had
 };
 
+/// Who polls a running capture at the moment.
+struct PollState {
+    bool TimerRunning = false;    ///< one of the two timers
+    bool FastLoopActive = false;  ///< a tight loop is on the stack
+    bool InTimerBody = false;     ///< a poll is on the stack; another one must not begin
+};
+
 /// What every operation of the controller works on. One instance for the life of the process.
 struct App {
     InstrumentState& State;
@@ -21,6 +28,7 @@ struct App {
     zu::Shell& Shell;
     HardwareSession& Hardware;
     PlatformFacts Platform{};
+    PollState Poll{};
     CommandSet Removed{};       ///< menu entries taken away at start; never given back
     int MainMovesToIgnore = 0;  ///< first moves of a new frame that must not overwrite the stored rectangle
 };

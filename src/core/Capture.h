@@ -51,6 +51,9 @@ class CapturePause {
     bool paused_ = false;
 };
 
+/// After a change of mode or loop: an idle capture has no timer left behind.
+void StopPollingWhenIdle(App& app);
+
 /// One poll: id 1 with hardware, 2 in emulation.
 void TimerBody(App& app, int id);
 /// A timer message: one poll, then the end of the program that "-EXITAFTERCAPTURE" asks for.

@@ -35,7 +35,7 @@ constexpr std::array kPlainRows{
                {"&Auto save settings and data", "", "Keep settings and data from one run to the next"}},
     CommandRow{CommandId::FileExit, {"E&xit", "Ctrl+Q", "End the program"}},
 
-    CommandRow{CommandId::Go, {"&Go", "F5", "Start capturing; the same key stops"}},
+    CommandRow{CommandId::Go, {"&Go", "F5", "Start capturing; the key stops a running capture"}},
     CommandRow{CommandId::Stop, {"&Stop", "", "Stop capturing"}},
     CommandRow{CommandId::End, {"&End", "", "End the wait for a trigger and show what the memory holds"}},
     CommandRow{CaptureModeCommand(0), {"&Normal (w/trigger)", "", "Capture on each trigger until stopped"}},

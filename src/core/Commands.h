@@ -29,6 +29,9 @@ CommandState QueryCommand(const App& app, CommandId id);
 /// dialogs, help), which then handles it itself.
 bool RunCommand(App& app, CommandId id);
 
+/// Version text of the series, with the product id of the command line behind it.
+std::string AboutText(const InstrumentState& state);
+
 /// Next of Normal, Single and Auto: the toolbar's mode button and the key M.
 void CycleCaptureMode(App& app);
 /// Sets the capture mode 0..4 inside a pause.

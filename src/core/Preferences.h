@@ -18,6 +18,9 @@ WindowRect ReadMainRect(const InstrumentState& state, WindowRect fallback);
 /// Follow the main window: its client area was moved to x, y or sized to width, height.
 void RememberMainMove(App& app, std::int32_t x, std::int32_t y);
 void RememberMainSize(App& app, std::int32_t width, std::int32_t height);
+/// Where the client area of the main window lies for a stored rectangle: what the two functions above make of
+/// it again.
+WindowRect MainClientRect(const WindowRect& stored);
 
 /// The connection that the preferences hold. A key is present when its text is not empty; ComMode 0 counts as
 /// absent.

@@ -37,9 +37,8 @@ std::int32_t GetLongestBufLen(const BufferLengths& lengths, int count) {
 }
 
 std::int32_t GetBufLenDisp(int index, const BufferLengths& lengths, std::int32_t adjust) {
-    // Only the first 128 samples of an alignment are taken off; a negative alignment adds nothing beyond the
-    // length that the accessor can read, because the accessor bounds every index itself.
-    const std::int64_t shown = std::int64_t{GetBufLenFull(lengths, index)} - std::min(adjust, 128);
+    // Only the first 128 samples of an alignment are taken off; a negative one counts as 0.
+    const std::int64_t shown = std::int64_t{GetBufLenFull(lengths, index)} - std::clamp(adjust, 0, 128);
     return static_cast<std::int32_t>(std::clamp<std::int64_t>(shown, 0, INT32_MAX));
 }
 

@@ -20,7 +20,7 @@ void SetBufLenFull(BufferLengths& lengths, int index, std::int32_t value);
 /// Largest of the first `count` lengths; 0 when count is below 1.
 std::int32_t GetLongestBufLen(const BufferLengths& lengths, int count);
 /// Samples of buffer `index` that may be shown with trigger alignment `adjust`: the length less min(adjust,
-/// 128), never below 0; 0 for an index outside 0..19.
+/// 128), never below 0; 0 for an index outside 0..19. A negative alignment takes nothing off.
 std::int32_t GetBufLenDisp(int index, const BufferLengths& lengths, std::int32_t adjust);
 
 /// The sample store: one byte per sample and pod, bit b of pod p is channel 8p + b.

@@ -52,7 +52,7 @@ struct TriggerRecord {
     std::int8_t TrigLevelsMatchWizard = 1;
 };
 
-/// Serial decode output. The arrays are as long as DisplayLen or empty.
+/// Serial decode output. The arrays are at least as long as DisplayLen, or empty.
 struct SerialRecord {
     std::int8_t SerialMode = 0;    ///< 0 none, 1 I2C, 2 Microwire
     std::int32_t SerialGroup = 0;  ///< the one I2C or Microwire group

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <charconv>
+#include <string>
 
 namespace zu {
 namespace {
@@ -10,6 +11,16 @@ namespace {
 bool SameIgnoringCase(std::string_view a, std::string_view b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(),
                       [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); });
+}
+
+std::optional<int> RowNamed(std::string_view name) {
+    for (int row = 0; row < kModelRows; ++row) {
+        if (!HasShape(row)) continue;
+        if (SameIgnoringCase(Model(row).FileLabel, name) || SameIgnoringCase(Model(row).ShortName, name)) {
+            return row;
+        }
+    }
+    return std::nullopt;
 }
 
 }  // namespace
@@ -41,12 +52,8 @@ std::optional<int> RowOfUserText(std::string_view text) {
     if (error == std::errc{} && end == text.data() + text.size()) {
         return HasShape(number) ? std::optional(number) : std::nullopt;
     }
-    for (int row = 0; row < kModelRows; ++row) {
-        if (!HasShape(row)) continue;
-        if (SameIgnoringCase(Model(row).FileLabel, text) || SameIgnoringCase(Model(row).ShortName, text))
-            return row;
-    }
-    return std::nullopt;
+    if (const auto row = RowNamed(text)) return row;
+    return RowNamed(std::string(text) + "B");  // users say "Roach160L" of the one that is sold, Roach160LB
 }
 
 }  // namespace zu

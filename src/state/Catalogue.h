@@ -83,7 +83,8 @@ const SeriesTraits& Series(int series);
 
 /// First row whose file label is `label` (row 0 first); nothing for an unknown or empty label.
 std::optional<int> RowOfFileLabel(std::string_view label);
-/// Row named by a user: a number, a file label, or a short name in any case; nothing if there is none.
+/// Row named by a user: a number, or a file label or short name in any case, a closing "B" left out or not;
+/// nothing if there is none with a shape.
 std::optional<int> RowOfUserText(std::string_view text);
 
 }  // namespace zu

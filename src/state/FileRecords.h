@@ -16,7 +16,8 @@ struct FileRecord {
     std::string DefaultDataFile;
     std::string DefSaveType = "ZU";
     std::string DefLoadType = "ZU";
-    std::string LastFolder;  ///< folder of the last file dialog
+    std::string LastFolder;                  ///< folder of the last file dialog
+    std::array<std::string, 4> RecentFiles;  ///< opened or saved last, the newest first; empty = unused
     std::uint8_t Autosave = 1;
     std::uint8_t AutosaveData = 1;
     std::uint8_t DataLog = 0;

@@ -88,6 +88,16 @@ std::int32_t PlainWidth(std::int32_t size, std::int8_t format) {
     return size + 1;
 }
 
+bool HasDirectionBuffer(int row) {
+    return row >= 25 && row <= 27;
+}
+
+void SetAllLengths(InstrumentState& state, std::int32_t length) {
+    for (int i = 0; i < kMaxPods; ++i) {
+        SetBufLenFull(state.Buffer.BufLen, i, i < state.Shape.BufCount ? length : 0);
+    }
+}
+
 }  // namespace
 
 int SeriesDefaultRow(const InstrumentState& state) {
@@ -164,13 +174,22 @@ void ResetTrigWords(InstrumentState& state) {
 }
 
 void ResizeDecodeBuffers(InstrumentState& state) {
+    state.Serial.SerialEvents.clear();
+    for (auto& words : state.Serial.SpiSI) words.clear();
+    for (auto& words : state.Serial.SpiSO) words.clear();
+    state.Pattern.DirectionBuffer.clear();
+    GrowDecodeBuffers(state);
+}
+
+void GrowDecodeBuffers(InstrumentState& state) {
     const auto length = static_cast<std::size_t>(std::max(state.Memory.DisplayLen, 0));
-    state.Serial.SerialEvents.assign(length, 0);
-    for (auto& words : state.Serial.SpiSI) words.assign(length, 0);
-    for (auto& words : state.Serial.SpiSO) words.assign(length, 0);
-    const int row = state.Identity.HardwareType;
-    const bool hasDirection = row >= 25 && row <= 27;
-    state.Pattern.DirectionBuffer.assign(hasDirection ? length : 0, 0);
+    const auto grow = [length](auto& array) {
+        if (array.size() < length) array.resize(length);
+    };
+    grow(state.Serial.SerialEvents);
+    for (auto& words : state.Serial.SpiSI) grow(words);
+    for (auto& words : state.Serial.SpiSO) grow(words);
+    if (HasDirectionBuffer(state.Identity.HardwareType)) grow(state.Pattern.DirectionBuffer);
 }
 
 void ApplyModel(InstrumentState& state) {
@@ -179,11 +198,11 @@ void ApplyModel(InstrumentState& state) {
     if (state.Timing.TimingChPos >= state.Shape.TotalChannels) {
         state.Timing.TimingChPos = std::max(state.Shape.TotalChannels - 1, 0);
     }
-    for (int i = 0; i < kMaxPods; ++i) {
-        SetBufLenFull(state.Buffer.BufLen, i, i < state.Shape.BufCount ? state.Memory.BufferLen : 0);
-    }
     ResetGroups(state);
+    // The room is laid out once per model, for its plain depth; memory modes change lengths only.
+    SetAllLengths(state, state.Shape.SamplesDefault);
     state.Buffer.Allocate();
+    SetAllLengths(state, state.Memory.BufferLen);
     ResizeDecodeBuffers(state);
     ResetDisplayLines(state);
     ComputeGroupWidths(state);

@@ -21,6 +21,8 @@ void ResetChannelColors(InstrumentState& state);
 void ResetTrigWords(InstrumentState& state);
 /// Decode arrays and the direction buffer at DisplayLen, zeroed.
 void ResizeDecodeBuffers(InstrumentState& state);
+/// Room for a DisplayLen that has grown; what is there stays, and nothing shrinks.
+void GrowDecodeBuffers(InstrumentState& state);
 
 /// Rebuilds everything that depends on HardwareType: shape, lengths, groups, buffers, lines, column widths.
 /// A row without a shape keeps the previous one.

@@ -1,0 +1,252 @@
+#include "core/Startup.h"
+
+#include "core/Capture.h"
+#include "core/Commands.h"
+#include "core/Defaults.h"
+#include "core/FileCommands.h"
+#include "core/Paths.h"
+#include "core/Preferences.h"
+#include "core/RateRules.h"
+#include "files/Paths.h"
+#include "files/SettingsWriter.h"
+#include "state/Catalogue.h"
+#include "state/Model.h"
+
+namespace zu {
+namespace {
+
+constexpr int kSeriesDace = 1;
+constexpr int kSeriesPerch = 5;
+constexpr std::int32_t kIsa = 8;
+constexpr std::int32_t kUsb = 9;
+constexpr std::int32_t kParallel16 = 16;
+constexpr std::int32_t kDaceParallel = 128;
+constexpr std::uint16_t kUsbIndex = 7;
+constexpr std::int32_t kLargestIndex = 9;
+constexpr std::uint8_t kUsbFound = 15;
+
+void BeginState(InstrumentState& state) {
+    state.Identity.HwAddressMenu = 1;
+    state.Identity.OsFamily = 2;
+    state.Timing.ScreenZoom = 1;
+}
+
+void IdentifySystem(App& app) {
+    constexpr std::uint32_t kConsumerFamily = 1;
+    constexpr std::uint32_t kNtFamily = 2;
+    if (app.Platform.PlatformId != kNtFamily && app.Platform.PlatformId != kConsumerFamily) {
+        app.Host.Message("OS type not detected. Call Ostrand", "ERROR");
+        app.Host.EndProcess(1);
+    }
+    app.State.Identity.OsFamily = app.Platform.PlatformId == kNtFamily ? 0 : 1;
+    SetupOSFunctions(app.Hardware, app.State.Identity.OsFamily);
+}
+
+void BeginIdentity(InstrumentState& state) {
+    state.Identity.Version = Series(state.Identity.ModelSeries).VersionText;
+    state.Identity.Emulated = 1;  // until a board is proved
+    BuildFileNames(state);
+}
+
+void Select(App& app, std::uint16_t portIndex, std::int32_t comMode) {
+    const bool known = comMode >= 0 && comMode <= UINT8_MAX;
+    SetupIO(app.Hardware, app.State, portIndex, known ? static_cast<std::uint8_t>(comMode) : std::uint8_t{0});
+}
+
+void SelectDaceParallel(App& app) {
+    app.State.Identity.HwPort = kParallelPorts[0];
+    Select(app, 0, kDaceParallel);
+}
+
+/// The connection of the last run, or the USB that the command line forces.
+StoredConnection RecallConnection(App& app) {
+    IdentityRecord& identity = app.State.Identity;
+    StoredConnection stored = ReadStoredConnection(app.State);
+    if (app.State.Command.CmdPid != 0) stored = {true, true, kUsb, kUsbIndex};
+    identity.ComMode = stored.ComMode;
+    const bool inTable = stored.Address >= 0 && stored.Address <= kLargestIndex;
+    identity.AddressIndex = inTable ? static_cast<std::uint16_t>(stored.Address) : std::uint16_t{0};
+    if (identity.ComMode == kUsb) identity.AddressIndex = kUsbIndex;
+    return stored;
+}
+
+void SelectStored(App& app) {
+    const IdentityRecord& identity = app.State.Identity;
+    if (identity.ModelSeries == kSeriesDace) SelectDaceParallel(app);
+    const std::int32_t mode = identity.ComMode;
+    const bool first = mode == kIsa || mode == kParallel16 || mode == kUsb;
+    // An ISA index with a parallel mode wraps to a port that does not exist, which ends the process.
+    Select(app, first ? std::uint16_t{0} : static_cast<std::uint16_t>(identity.AddressIndex - kUsbIndex),
+           mode);
+}
+
+void SelectIsa(App& app) {
+    if (app.State.Identity.ModelSeries == kSeriesDace) {
+        SelectDaceParallel(app);
+    } else {
+        Select(app, 0, kIsa);
+    }
+}
+
+/// False when USB was stored and no USB instrument is there; the ISA addresses stand in then.
+bool UsbAnswers(App& app) {
+    IdentityRecord& identity = app.State.Identity;
+    if (identity.ModelSeries == kSeriesPerch || identity.ComMode != kUsb) return true;
+    if (UsbDetect(app.Hardware) >= kUsbFound) return true;
+    identity.ComMode = kIsa;
+    identity.AddressIndex = 0;
+    Select(app, 0, kIsa);
+    return false;
+}
+
+/// Probes the stored address, twice when a board answers.
+bool ProbeStored(App& app) {
+    IdentityRecord& identity = app.State.Identity;
+    if (UsbAnswers(app)) return FindStoredBoard(app.Hardware, app.State, identity.AddressIndex) != 0;
+    identity.FoundTable[identity.AddressIndex] = 0;
+    return false;
+}
+
+void DetectInstrument(App& app) {
+    if (StartsAsViewer(app.State.Command) && app.State.Command.Simulate.empty()) return;
+    const StoredConnection stored = RecallConnection(app);
+    const bool any = stored.HasMode || stored.HasAddress;
+    const bool both = stored.HasMode && stored.HasAddress;
+    if (any) SelectStored(app);
+    if (both && ProbeStored(app)) return;
+    if (!both) SelectIsa(app);
+    app.Shell.RunAddressDialog();
+}
+
+void SettleModel(App& app) {
+    IdentityRecord& identity = app.State.Identity;
+    const std::size_t index = identity.AddressIndex;
+    if (index < identity.AddressTable.size()) identity.BoardPortAddress = identity.AddressTable[index];
+    InitDefaults(app);
+}
+
+/// The one way in which a script can ask whether an instrument is connected.
+void AnswerScript(App& app) {
+    if (app.State.Command.CmdReturnZuStat == 0) return;
+    const bool found = app.State.Identity.Emulated == 0;
+    app.Host.PrintLine(found ? "ZU found" : "ZU NOT found");
+    app.Host.EndProcess(found ? 1 : 0);
+}
+
+void RestoreWindows(App& app) {
+    if (app.State.Command.NoIoSwitch != 0) app.Removed.set(Index(CommandId::IdentifyAnalyzer));
+    app.Shell.Open(WindowId::Cursor);
+    LoadPreferences(app);
+    ComputeGroupWidths(app.State);
+}
+
+/// The default data file, else the settings of older programs, else a Timing window of the defaults.
+bool LoadDefaultFile(App& app) {
+    const FileRecord& files = app.State.Files;
+    if (LoadFile(app, "ZU", files.DefaultDataFile, false) != LoadStatus::FailedSilently) return true;
+    if (LoadFile(app, "INI", files.SettingsSlot[0], false) == LoadStatus::Loaded) {
+        app.Host.Message("Old format default settings file found. A new format file will be created. ",
+                         "Note:");
+        SaveSettingsFile(app.State, app.Host, files.DefaultDataFile);
+        return true;
+    }
+    if (app.State.Windows.TimingStat == 0) app.Shell.Open(WindowId::Timing);
+    return false;
+}
+
+/// Loads a file that the command line names and puts its name in the title.
+bool LoadNamedFile(App& app, std::string_view type, const std::string& name) {
+    if (LoadFile(app, type, name, false) == LoadStatus::FailedSilently) {
+        app.Host.Message(name, "Error: File did not load");
+        return false;
+    }
+    app.Host.SetWindowTitle(name);
+    return true;
+}
+
+std::string_view TypeOfDocument(const std::string& name) {
+    const std::string extension = ExtensionOf(name);
+    if (extension == "INI") return "INI";
+    if (extension == "ZXT") return "ZXT";
+    return extension == "CSV" ? "CSV" : "ZU";
+}
+
+bool LoadDocument(App& app, const std::string& name) {
+    if (!LoadNamedFile(app, TypeOfDocument(name), name)) return false;
+    RememberFile(app.State.Files, name);
+    return true;
+}
+
+void LoadStartFile(App& app) {
+    const CommandOptions& options = app.State.Command;
+    bool loaded = false;
+    if (!options.CmdLoadFile.empty()) {
+        loaded = LoadNamedFile(app, "ZU", options.CmdLoadFile);
+    } else if (!options.DocumentFile.empty()) {
+        loaded = LoadDocument(app, options.DocumentFile);
+    } else {
+        loaded = LoadDefaultFile(app);
+    }
+    if (!options.CmdCsvFile.empty()) LoadNamedFile(app, "CSV", options.CmdCsvFile);
+    if (loaded || app.State.Identity.Emulated != 0) return;
+    // A board knows only the depths of its modes, not the one that the record starts with.
+    SetMemoryMode(app, -1, app.State.Memory.HardwareMode);
+}
+
+void OfferModelMenu(App& app) {
+    RefreshAll(app);
+    MarkAllRates(app.State.Clock);
+    MarkRowRates(app.State.Clock, app.State.Identity.HardwareType);
+    app.Removed |= RemovedCommands(app.State);
+    app.Shell.UpdateMenus();
+    app.Shell.UpdateBars();
+}
+
+void StartWork(App& app) {
+    const CommandOptions& options = app.State.Command;
+    if (options.CmdAutoGo != 0) Go(app);
+    if (!options.CmdLoadFile.empty()) app.Host.SetWindowTitle(options.CmdLoadFile);
+}
+
+void PowerDown(App& app) {
+    const IdentityRecord& identity = app.State.Identity;
+    const bool driven = identity.OsFamily != 0 || DriverOpen(app.Hardware);
+    if (identity.ModelSeries == kSeriesPerch || (identity.ModelSeries == kSeriesDace && driven)) {
+        ZUPower(app.Hardware);
+    }
+}
+
+/// A viewer was opened for one file or model and leaves what the bench keeps from run to run alone.
+void Autosave(App& app) {
+    const FileRecord& files = app.State.Files;
+    if (files.AutosaveData == 0 || StartsAsViewer(app.State.Command)) return;
+    WriteDataFile(app.State, app.Host, files.DefaultDataFile);
+}
+
+}  // namespace
+
+void RunStartupSequence(App& app) {
+    BeginState(app.State);
+    IdentifySystem(app);
+    BeginIdentity(app.State);
+    DetectInstrument(app);
+    SettleModel(app);
+    AnswerScript(app);
+    RestoreWindows(app);
+    LoadStartFile(app);
+    ReadFileTypes(app.State);
+    OfferModelMenu(app);
+    StartWork(app);
+}
+
+void Shutdown(App& app) {
+    Autosave(app);
+    app.State.Capture.CaptureState = 0;
+    StopPollingWhenIdle(app);
+    app.State.Buffer.Free();
+    SavePreferences(app);
+    PowerDown(app);
+    CloseHardware(app.Hardware);
+}
+
+}  // namespace zu
