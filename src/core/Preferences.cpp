@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "core/DialogSizes.h"
 #include "core/Frame.h"
 #include "files/AtomicFile.h"
 #include "files/Decimal.h"
@@ -89,14 +90,19 @@ void ReadAutosave(FileRecord& files, const IniFile& ini) {
     if (files.Autosave != 0 && files.AutosaveData != 0) files.Autosave = 0;
 }
 
-void ReadPlaces(FileRecord& files, const IniFile& ini) {
+void ReadPlaces(InstrumentState& state, const IniFile& ini) {
+    FileRecord& files = state.Files;
+    state.Windows.DialogSizes = ParseDialogSizes(ini.Find("Dialogs", "Sizes").value_or(std::string_view()));
     files.LastFolder = TextOf(ini, "LastFolder");
     for (std::size_t i = 0; i < files.RecentFiles.size(); ++i) {
         files.RecentFiles[i] = TextOf(ini, Numbered("Recent", i + 1));
     }
 }
 
-void WritePlaces(IniFile& ini, const FileRecord& files) {
+void WritePlaces(IniFile& ini, const InstrumentState& state) {
+    const FileRecord& files = state.Files;
+    const auto& sizes = state.Windows.DialogSizes;
+    if (!sizes.empty()) ini.Set("Dialogs", "Sizes", FormatDialogSizes(sizes));
     ini.Set("File", "LastFolder", files.LastFolder);
     for (std::size_t i = 0; i < files.RecentFiles.size(); ++i) {
         ini.Set("File", Numbered("Recent", i + 1), files.RecentFiles[i]);
@@ -122,7 +128,7 @@ void WriteAll(IniFile& ini, const InstrumentState& state) {
     for (std::size_t i = 0; i < state.Cursors.CursorMath.size(); ++i) {
         ini.Set("Cursor DLG", Numbered("Math", i + 1), state.Cursors.CursorMath[i]);
     }
-    WritePlaces(ini, state.Files);
+    WritePlaces(ini, state);
     if (state.Identity.Emulated != 0) return;  // the last board's connection stays
     ini.Set("Hardware", "Address", state.Identity.AddressIndex);
     ini.Set("Hardware", "ComMode", state.Identity.ComMode);
@@ -148,7 +154,7 @@ void LoadPreferences(App& app) {
     for (std::size_t i = 0; i < kMathDefaults.size(); ++i) {
         state.Cursors.CursorMath[i] = ini.Number("Cursor DLG", Numbered("Math", i + 1), kMathDefaults[i]);
     }
-    ReadPlaces(state.Files, ini);
+    ReadPlaces(state, ini);
 }
 
 void SavePreferences(App& app) {

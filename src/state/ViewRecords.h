@@ -2,6 +2,8 @@
 
 #include <array>
 #include <cstdint>
+#include <map>
+#include <string>
 
 #include "state/Geometry.h"
 #include "state/Limits.h"
@@ -72,6 +74,13 @@ struct ScreenRecord {
     std::array<Rgb, 4> ScreenColor{0x000000, 0xFFFFFF, 0x808080, 0xDCDCDC};
 };
 
+/// Size that the user gave a dialog, pixels of the layout.
+struct DialogSize {
+    std::int32_t Width = 0;
+    std::int32_t Height = 0;
+    friend bool operator==(const DialogSize&, const DialogSize&) = default;
+};
+
 /// Open flags and rectangles of the windows.
 struct WindowRecord {
     std::int32_t TimingStat = 0;
@@ -96,6 +105,7 @@ struct WindowRecord {
     std::int32_t SpiRectValid = 0;
     std::int32_t PatternRectValid = 0;
     std::int32_t ThresholdRectValid = 0;
+    std::map<std::string, DialogSize> DialogSizes;  ///< by the dialog's name, letters and digits
 };
 
 struct PrintRecord {
