@@ -21,7 +21,7 @@ inline const std::uint8_t* PlainDifference(const std::uint8_t* at, const std::ui
     return at;
 }
 
-/// Last byte in [begin, at) whose bits under `mask` are not `value`; `begin - 1` is told as nullptr.
+/// Last byte in [begin, at) whose bits under `mask` are not `value`; null if there is none.
 inline const std::uint8_t* PlainDifferenceBack(const std::uint8_t* begin, const std::uint8_t* at,
                                                std::uint8_t mask, std::uint8_t value) {
     while (at != begin) {
@@ -172,6 +172,19 @@ struct ByteRun {
             from < real ? scan::WideChanges(Data + from, Data + real, value) : std::uint8_t{0};
         if (to > Stored) differ |= value;  // the zeros behind what is stored
         return differ;
+    }
+    /// First index of the run of equal bits under `mask` that holds `at`, not below `from`.
+    [[nodiscard]] std::int64_t BeginOf(std::int64_t at, std::int64_t from, std::uint8_t mask) const {
+        const std::uint8_t value = At(at, mask);
+        std::int64_t real = at;
+        if (at >= Stored) {
+            // The zeros behind what is stored go on from zeros in it.
+            if (Stored <= from || value != At(Stored - 1, mask)) return Stored > from ? Stored : from;
+            real = Stored - 1;
+        }
+        if (real <= from) return from;
+        const std::uint8_t* found = scan::WideDifferenceBack(Data + from, Data + real, mask, value);
+        return found == nullptr ? from : found - Data + 1;
     }
     /// First index in [from, to) whose bits under `mask` are not `value`; `to` if there is none.
     [[nodiscard]] std::int64_t Differs(std::int64_t from, std::int64_t to, std::uint8_t mask,

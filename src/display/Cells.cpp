@@ -36,13 +36,6 @@ void CellColor(Canvas& canvas, Rgb color) {
     if (!canvas.Mono()) canvas.SetTextColor(color);
 }
 
-/// Word of a sequence level; -1 if the level selects none.
-int WordOfLevel(const InstrumentState& state, int level) {
-    if (level < 0 || level >= kTrigWords) return -1;
-    const std::int32_t entry = state.Trigger.SeqList[static_cast<std::size_t>(level)];
-    return entry >= 1 && entry <= kTrigWords ? entry - 1 : -1;
-}
-
 void DrawCursorValues(const RowFrame& row, const ColumnSpan& span, int channel) {
     const SampleView view = BindChannel(row.State, channel);
     const unsigned bit = static_cast<unsigned>(channel) % 8;
@@ -190,6 +183,12 @@ std::string MeasurementText(const InstrumentState& state, ColumnType type, const
         default:
             return {};
     }
+}
+
+int WordOfLevel(const InstrumentState& state, int level) {
+    if (level < 0 || level >= kTrigWords) return -1;
+    const std::int32_t entry = state.Trigger.SeqList[static_cast<std::size_t>(level)];
+    return entry >= 1 && entry <= kTrigWords ? entry - 1 : -1;
 }
 
 std::string TrigWordCell(const InstrumentState& state, int level, int channel) {

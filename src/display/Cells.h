@@ -9,9 +9,10 @@
 
 namespace zu {
 
-/// Header lines of the columns: upper edge of the first and the second one.
+/// Upper edge of the first or second header line of the columns, each in the middle of its half.
 constexpr std::int32_t HeaderLineY(const Metrics& metrics, int line) {
-    return 2 + line * (metrics.TextHeight + 1);
+    constexpr std::int32_t kHalf = kHeaderHeight / 2;
+    return line * kHalf + (kHalf - metrics.TextHeight) / 2;
 }
 
 /// Draws the headers of all columns.
@@ -25,6 +26,8 @@ void DrawGroupCells(const RowFrame& row, const ColumnLayout& layout, int group);
 /// Text of a measurement cell.
 std::string MeasurementText(const InstrumentState& state, ColumnType type, const ChannelMeasure& measure);
 
+/// Word that a sequence level selects; -1 if it selects none.
+int WordOfLevel(const InstrumentState& state, int level);
 /// What a Trig Word column of this level says of a channel: "0", "1", "X", "D" for a delay level, "PG" for a
 /// pattern pod, or nothing.
 std::string TrigWordCell(const InstrumentState& state, int level, int channel);

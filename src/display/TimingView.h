@@ -1,15 +1,16 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
+#include "display/CursorDrag.h"
 #include "display/Events.h"
 #include "display/HitTest.h"
-#include "display/Measure.h"
 #include "display/Menus.h"
 #include "display/TimingPainter.h"
+#include "display/Zoom.h"
 #include "state/InstrumentState.h"
 
 namespace zu {
@@ -67,8 +68,10 @@ class TimingView {
     void MouseDown(const MouseEvent& event);
     void MouseUp(const MouseEvent& event);
     void MouseMove(const MouseEvent& event);
-    /// A double click on a name opens its editor.
+    /// A double click on a name opens its editor; elsewhere it is a press.
     void DoubleClick(const MouseEvent& event);
+    /// The pointer left the view.
+    void MouseLeave();
     /// Ends a drag where it stands.
     void FocusLost();
     void Scroll(const ScrollEvent& event);
@@ -77,43 +80,80 @@ class TimingView {
     void SelectZoom(std::int32_t zoom);
     /// Zooms one step with the sample at `x` held in place (wheel, pinch).
     void ZoomAt(std::int32_t x, bool in);
-    /// Moves the view by this many pixels.
+    /// One step of the Display options' Zoom +/-: through an origin, which may be the point.
+    void ZoomFrom(bool in, int origin, const ZoomPoint& point);
+    /// Moves the view by this many pixels; above 0 towards later samples.
     void PanBy(std::int32_t pixels);
     /// Goes to a sample, putting it in the middle.
     void GoTo(std::int64_t sample);
     /// Goes to what a text such as "12500", "3.2us" or "A+100" names; false if it names nothing.
-    bool GoTo(std::string_view text);
-    /// Drops a cursor by key at the pointer.
-    void PlaceCursor(int cursor);
+    bool GoToText(std::string_view text);
+    /// Display options: "Cursor to win" and "Cursor to point".
+    void CursorToWindow(int cursor);
+    void CursorToPoint(int cursor, std::int64_t sample);
 
     /// What is under the pointer, as one line of text; empty if there is nothing to tell.
     [[nodiscard]] std::string HoverText() const;
-    [[nodiscard]] std::int64_t VisibleSamples() const;
+    [[nodiscard]] std::int64_t VisibleSamples() const { return Axis().Visible(); }
     [[nodiscard]] TimeAxis Axis() const;
-    [[nodiscard]] bool Dragging() const { return drag_.What != Grab::None; }
+    /// Row under the pointer's last place; nothing where there is none.
+    [[nodiscard]] std::optional<LineHit> LineUnderPointer() const;
+    [[nodiscard]] bool Dragging() const { return grab_ != Grab::None; }
 
   private:
     enum class Grab : std::uint8_t { None, Cursor, StripTick, StripBox, Line, Pan };
-    struct Drag {
-        Grab What = Grab::None;
-        int Cursor = -1;
-        std::int32_t StartX = 0;
-        std::int32_t StartPos = 0;                  ///< TimingDataPos when the box or the view was grabbed
-        std::array<std::int32_t, 5> CursorStart{};  ///< positions from which the moved cursors count
-        unsigned Moving = 0;                        ///< bit per cursor that moves along
+
+    [[nodiscard]] ColumnLayout Layout() const;
+    [[nodiscard]] StripScale Strip() const;
+    [[nodiscard]] bool InStrip(std::int32_t x, std::int32_t y) const;
+    [[nodiscard]] bool InData(std::int32_t x, std::int32_t y) const;
+    [[nodiscard]] int ColumnUnder(const MouseEvent& event) const;
+
+    void MakeActive();
+    bool PlaceHeldCursors(const HeldKeys& held, std::int64_t sample);
+    void PressData(const MouseEvent& event);
+    void PressStrip(const MouseEvent& event);
+    void PressHeader(const MouseEvent& event);
+    void PressCells(const MouseEvent& event);
+    void PressRight(const MouseEvent& event);
+    void CursorPopup(const MouseEvent& event);
+    void ZoomStrip(const MouseEvent& event);
+    void Zoomed(bool changed);
+
+    void Begin(Grab grab, const MouseEvent& event);
+    void End();
+    void DragTo(const MouseEvent& event);
+    void MoveTo(std::int64_t position);
+    void Snap(const MouseEvent& event);
+    void DropLine(const MouseEvent& event);
+    void ShowPointer(PointerShape shape);
+    [[nodiscard]] PointerShape ShapeAt(std::int32_t x, std::int32_t y) const;
+    void JumpToEdge(bool forward);
+
+    /// Where the last jump to an edge went: the next one goes on from there, also where the view could not
+    /// bring the edge under the pointer.
+    struct Jump {
         std::int32_t Line = -1;
-        bool Moved = false;
+        std::int32_t X = 0;
+        std::int32_t Position = 0;
+        std::int64_t Edge = 0;
     };
 
     InstrumentState& state_;
     TimingViewHost& host_;
     Metrics metrics_;
     ViewGeom geom_;
-    ColumnLayout layout_;
     PaintScratch scratch_;
-    Drag drag_;
+    Grab grab_ = Grab::None;
+    CursorDrag cursors_;
+    std::int32_t startX_ = 0;
+    std::int32_t startPosition_ = 0;
+    std::int32_t line_ = -1;
+    bool moved_ = false;
     std::int32_t pointerX_ = -1;
     std::int32_t pointerY_ = -1;
+    PointerShape shape_ = PointerShape::Arrow;
+    Jump jump_;
 };
 
 }  // namespace zu
