@@ -1,0 +1,81 @@
+#pragma once
+
+#include <array>
+#include <string>
+
+#include <QMainWindow>
+
+#include "state/Geometry.h"
+
+class QLabel;
+class QLineEdit;
+class QMdiArea;
+class QToolBar;
+
+namespace zu {
+
+class MainMenu;
+
+/// What toolbar boxes and status bar show.
+struct BarTexts {
+    QString Zoom;
+    QString Rate;
+    QString Mode;
+    QString Memory;
+    QString Channels;
+};
+
+/// The main window: menu bar, toolbar with its three boxes, the area of the child windows, status bar.
+class CMainFrame final : public QMainWindow {
+    Q_OBJECT
+
+  public:
+    CMainFrame();
+
+    [[nodiscard]] QMdiArea& Area() const { return *area_; }
+    /// Puts the commands of the toolbar beside the boxes they belong to.
+    void BuildToolbar(const MainMenu& menu);
+    void SetBars(const BarTexts& texts);
+    /// A passing text at the left of the status bar.
+    void ShowRemark(const QString& text);
+
+    /// Moves the window without reporting that as a move of the user; `rect` is without the desktop's frame.
+    void Restore(const WindowRect& rect);
+    /// Shows the window and from then on reports where the user puts it.
+    void Present();
+    [[nodiscard]] bool Presented() const { return presented_; }
+
+  signals:
+    /// Place and size without the desktop's frame.
+    void userMoved(int x, int y);
+    void userSized(int width, int height);
+    void fileDropped(const QString& path);
+    /// The window was closed: the program ends.
+    void closing();
+
+  protected:
+    void moveEvent(QMoveEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+  private:
+    QLineEdit* MakeBox(int width, const QString& name);
+    QLabel* MakePane(const QString& name);
+    [[nodiscard]] bool Reports() const;
+
+    QMdiArea* area_;
+    QToolBar* toolbar_;
+    QLineEdit* zoomBox_;
+    QLineEdit* rateBox_;
+    QLineEdit* modeBox_;
+    QLabel* modePane_;
+    QLabel* memoryPane_;
+    QLabel* channelPane_;
+    QLabel* ratePane_;
+    QLabel* zoomPane_;
+    bool presented_ = false;
+};
+
+}  // namespace zu

@@ -1,0 +1,299 @@
+#include "ui/CZuView.h"
+
+#include <algorithm>
+#include <array>
+
+#include <QAction>
+#include <QApplication>
+#include <QMdiArea>
+#include <QMenu>
+#include <QScreen>
+
+#include "core/Capture.h"
+#include "core/Commands.h"
+#include "core/FileCommands.h"
+#include "core/Frame.h"
+#include "core/MemoryMenu.h"
+#include "core/Preferences.h"
+#include "core/Startup.h"
+#include "state/Model.h"
+#include "ui/CChildFrame.h"
+#include "ui/CMainFrame.h"
+#include "ui/HeldKeyFilter.h"
+#include "ui/MainMenu.h"
+#include "ui/QtHost.h"
+#include "ui/QtText.h"
+#include "ui/core/CAboutDlg.h"
+#include "ui/core/CHWAddress.h"
+#include "ui/core/CInitSettings.h"
+#include "ui/core/CKeySheet.h"
+#include "ui/display/CCursorDlg.h"
+#include "ui/display/CTimingWnd.h"
+
+namespace zu {
+namespace {
+
+constexpr int kCursorWidth = 212;
+constexpr int kCursorHeight = 430;
+
+/// The zoom as a ratio of data to pixels, worded as in the zoom menu.
+QString ZoomText(std::int32_t zoom) {
+    for (const ZoomStep& step : kZoomTable) {
+        if (step.Zoom == zoom) return FromState(step.MenuText).section(u' ', 0, 0, QString::SectionSkipEmpty);
+    }
+    return zoom < 0 ? QStringLiteral("%1:1").arg(-std::int64_t{zoom})
+                    : QStringLiteral("1:%1").arg(std::max(zoom, 1));
+}
+
+}  // namespace
+
+CZuView::CZuView(InstrumentState& state, QtHost& host, HardwareSession& hardware, HeldKeyFilter& keys,
+                 CMainFrame& frame)
+    : host_(host), keys_(keys), frame_(frame), app_{state, host, *this, hardware} {
+    host_.SetWindow(&frame_);
+    host_.Tick = [this](int id) { OnTick(id); };
+    host_.ShowRemark = [this](const QString& text) { frame_.ShowRemark(text); };
+    BuildMenu();
+    ConnectFrame();
+}
+
+CZuView::~CZuView() {
+    host_.Tick = nullptr;
+    host_.ShowRemark = nullptr;
+    // The windows draw from the state through this object; they go before it.
+    for (auto& [window, child] : children_) delete child;
+}
+
+void CZuView::BuildMenu() {
+    MainMenu::Source source;
+    source.Prepare = [this] { PrepareMenu(app_); };
+    source.Query = [this](CommandId id) { return QueryCommand(app_, id); };
+    source.Run = [this](CommandId id) { Execute(id); };
+    source.GoOrStop = [this] {
+        GoOrStop(app_);
+        menu_->Refresh();
+        UpdateBars();
+    };
+    source.OpenRecent = [this](const QString& path) { OpenFile(path); };
+    source.RecentFiles = [this] {
+        QStringList paths;
+        for (const std::string& name : State().Files.RecentFiles) {
+            if (!name.empty()) paths.append(FromPath(name));
+        }
+        return paths;
+    };
+    source.ListWindows = [this](QMenu& menu) { ListWindows(menu); };
+    menu_ = std::make_unique<MainMenu>(*frame_.menuBar(), frame_, std::move(source));
+    frame_.BuildToolbar(*menu_);
+}
+
+void CZuView::ConnectFrame() {
+    connect(&frame_, &CMainFrame::userMoved, this, [this](int x, int y) { RememberMainMove(app_, x, y); });
+    connect(&frame_, &CMainFrame::userSized, this,
+            [this](int width, int height) { RememberMainSize(app_, width, height); });
+    connect(&frame_, &CMainFrame::fileDropped, this, &CZuView::OpenFile);
+    connect(&frame_, &CMainFrame::closing, this, [this] {
+        host_.SetQuitting();
+        QApplication::quit();
+    });
+}
+
+void CZuView::Start() {
+    CreateFrame(app_);
+    frame_.Restore(MainClientRect(State().Windows.MainRect));
+    RunStartupSequence(app_);
+    PresentFrame();
+    UpdateMenus();
+    UpdateBars();
+}
+
+void CZuView::PresentFrame() {
+    if (frame_.Presented()) return;
+    frame_.Present();
+    // From here on every move is the user's.
+    app_.MainMovesToIgnore = 0;
+}
+
+void CZuView::CloseDown() {
+    host_.KillTimer(kHardwareTimer);
+    host_.KillTimer(kEmulationTimer);
+    frame_.hide();
+    // What follows frees the samples; no window may paint any more.
+    for (auto& [window, child] : children_) delete child;
+    children_.clear();
+    timing_ = nullptr;
+    cursors_ = nullptr;
+    Shutdown(app_);
+}
+
+void CZuView::OnTick(int id) {
+    OnTimer(app_, id);
+    UpdateBars();
+}
+
+void CZuView::Execute(CommandId id) {
+    const bool enabled = QueryCommand(app_, id).Enabled;
+    if (enabled && !RunCommand(app_, id)) ExecuteOwn(id);
+    if (host_.Quitting()) return;
+    menu_->Refresh();
+    UpdateBars();
+}
+
+void CZuView::ExecuteOwn(CommandId id) {
+    switch (id) {
+        case CommandId::FileExit:
+            frame_.close();
+            break;
+        case CommandId::WindowTile:
+            frame_.Area().tileSubWindows();
+            break;
+        case CommandId::WindowCascade:
+            frame_.Area().cascadeSubWindows();
+            break;
+        case CommandId::HardwareAddress:
+            RunAddressDialog();
+            break;
+        case CommandId::HelpKeys:
+            CKeySheet(&frame_).exec();
+            break;
+        case CommandId::About:
+            CAboutDlg(State(), &frame_).exec();
+            break;
+        default:
+            ExecuteZoom(id);
+    }
+}
+
+void CZuView::ExecuteZoom(CommandId id) {
+    if (timing_ == nullptr) return;
+    const int step = FamilyIndex(id, CommandId::Zoom0, CommandId::ZoomLast);
+    if (step >= 0) {
+        timing_->View().SelectZoom(kZoomTable[static_cast<std::size_t>(step)].Zoom);
+    } else if (id == CommandId::ZoomIn) {
+        timing_->View().Command(TimingCommand::ZoomIn);
+    } else if (id == CommandId::ZoomOut) {
+        timing_->View().Command(TimingCommand::ZoomOut);
+    }
+}
+
+void CZuView::OpenFile(const QString& path) {
+    OpenByName(app_, ToPath(path));
+    menu_->Refresh();
+    UpdateBars();
+}
+
+void CZuView::OpenTimingDialog(const DialogRequest& /*request*/) {}
+
+void CZuView::RefreshKeepingMeasures() {
+    keepMeasures_ = true;
+    RefreshAll(app_);
+    keepMeasures_ = false;
+}
+
+CChildFrame* CZuView::Child(WindowId window) {
+    const auto found = children_.find(window);
+    return found == children_.end() ? nullptr : found->second;
+}
+
+CChildFrame* CZuView::MakeChild(WindowId window) {
+    QWidget* content = nullptr;
+    if (window == WindowId::Timing) content = timing_ = new CTimingWnd(*this);
+    if (window == WindowId::Cursor) content = cursors_ = new CCursorDlg(State());
+    if (content == nullptr) return nullptr;
+    auto* child = new CChildFrame(State().Windows, window, *content);
+    frame_.Area().addSubWindow(child);
+    connect(child, &CChildFrame::closed, this, [this] { menu_->Refresh(); });
+    connect(child, &QMdiSubWindow::aboutToActivate, this,
+            [this, window] { State().Windows.LastWindow = static_cast<std::uint8_t>(window); });
+    return children_[window] = child;
+}
+
+QRect CZuView::DefaultPlace(WindowId window) {
+    const QSize area = frame_.Area().viewport()->size();
+    if (window == WindowId::Cursor) return {0, 0, kCursorWidth, std::min(kCursorHeight, area.height())};
+    const ChildRecord& record = ChildRecordOf(window);
+    if (record.Rect == nullptr) return {QPoint(), area};
+    QRect place = FitInto(State().Windows.*record.Rect, area);
+    // Before the user has arranged anything, nothing covers the cursor window.
+    CChildFrame* cursor = Child(WindowId::Cursor);
+    if (cursor != nullptr && cursor->IsOpen() && place.intersects(cursor->geometry())) {
+        place.setLeft(std::min(cursor->geometry().right() + 1, std::max(place.left(), area.width() / 2)));
+    }
+    return place;
+}
+
+void CZuView::Open(WindowId window) {
+    PresentFrame();
+    CChildFrame* child = Child(window);
+    if (child == nullptr) child = MakeChild(window);
+    if (child == nullptr) return;
+    child->Open(DefaultPlace(window));
+    if (window == WindowId::Timing) timing_->MakePicture();
+    Redraw(window);
+}
+
+void CZuView::Close(WindowId window) {
+    if (CChildFrame* child = Child(window)) child->close();
+}
+
+void CZuView::Redraw(WindowId window) {
+    if (window == WindowId::Timing && timing_ != nullptr) {
+        keepMeasures_ ? timing_->Redraw() : timing_->DataChanged();
+    }
+    if (window == WindowId::Cursor && cursors_ != nullptr) cursors_->Redraw();
+}
+
+void CZuView::UpdateBars() {
+    const InstrumentState& state = State();
+    frame_.SetBars({ZoomText(state.Timing.ScreenZoom),
+                    FromState(RateStatusText(state.Clock.ClockType, state.Clock.ClockRate)),
+                    FromState(CaptureModeText(state.Capture.CaptureMode)), FromState(StatusMemoryText(state)),
+                    QStringLiteral("%1 ch").arg(DisplayChannelCount(state))});
+}
+
+void CZuView::UpdateMenus() {
+    menu_->Refresh();
+}
+
+ScreenFacts CZuView::Screen() {
+    const QScreen* screen = QApplication::primaryScreen();
+    const QRect whole = screen->virtualGeometry();
+    const QRect free = screen->availableGeometry();
+    const QSize device = screen->size();
+    return {whole.width(), whole.height(), free.y() + free.height(), device.width(), device.height()};
+}
+
+void CZuView::RunAddressDialog() {
+    if (host_.Unattended()) return;
+    CHWAddress(State(), frame_.isVisible() ? &frame_ : nullptr).exec();
+}
+
+void CZuView::RunModelDialog() {
+    if (host_.Unattended()) return;
+    CInitSettings(State(), frame_.isVisible() ? &frame_ : nullptr).exec();
+}
+
+void CZuView::SetBusy(bool busy) {
+    if (busy) {
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    } else {
+        QApplication::restoreOverrideCursor();
+    }
+}
+
+void CZuView::ListWindows(QMenu& menu) {
+    int number = 0;
+    for (auto& [window, child] : children_) {
+        if (!child->IsOpen()) continue;
+        QString title = child->windowTitle().section(u':', 0, 0);
+        QAction* action = menu.addAction(
+            QStringLiteral("&%1 %2").arg(++number).arg(title.replace(u'&', QStringLiteral("&&"))));
+        action->setCheckable(true);
+        action->setChecked(frame_.Area().activeSubWindow() == child);
+        CChildFrame* shown = child;
+        connect(action, &QAction::triggered, this,
+                [this, shown] { frame_.Area().setActiveSubWindow(shown); });
+    }
+}
+
+}  // namespace zu

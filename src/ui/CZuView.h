@@ -1,0 +1,87 @@
+#pragma once
+
+#include <map>
+#include <memory>
+
+#include <QObject>
+
+#include "core/App.h"
+#include "core/CommandTable.h"
+#include "display/TimingView.h"
+
+class QMenu;
+
+namespace zu {
+
+class CChildFrame;
+class CCursorDlg;
+class CMainFrame;
+class CTimingWnd;
+class HeldKeyFilter;
+class MainMenu;
+class QtHost;
+
+/// The controller: takes every command of menu, toolbar and keys, opens the windows and dialogs, and stands
+/// for the windows before the logic.
+class CZuView final : public QObject, public Shell {
+    Q_OBJECT
+
+  public:
+    CZuView(InstrumentState& state, QtHost& host, HardwareSession& hardware, HeldKeyFilter& keys,
+            CMainFrame& frame);
+    ~CZuView() override;
+
+    /// Sizes the frame, runs the start-up sequence and leaves the main window on the screen.
+    void Start();
+    /// The exit path; the main window is closed.
+    void CloseDown();
+
+    [[nodiscard]] App& TheApp() { return app_; }
+    [[nodiscard]] InstrumentState& State() { return app_.State; }
+    [[nodiscard]] HeldKeyFilter& Keys() { return keys_; }
+    [[nodiscard]] MainMenu& Menu() { return *menu_; }
+    [[nodiscard]] CTimingWnd* Timing() { return timing_; }
+    [[nodiscard]] CChildFrame* Child(WindowId window);
+
+    /// Runs a command as its menu entry would.
+    void Execute(CommandId id);
+    /// Loads a file that the desktop names: dropped, chosen from the recent ones.
+    void OpenFile(const QString& path);
+    /// Runs a dialog that the Timing view asks for.
+    void OpenTimingDialog(const DialogRequest& request);
+    /// Redraws everything for a change that touched no samples.
+    void RefreshKeepingMeasures();
+
+    ScreenFacts Screen() override;
+    void Open(WindowId window) override;
+    void Close(WindowId window) override;
+    void Redraw(WindowId window) override;
+    void UpdateBars() override;
+    void UpdateMenus() override;
+    void RunAddressDialog() override;
+    void RunModelDialog() override;
+    void SetBusy(bool busy) override;
+
+  private:
+    void BuildMenu();
+    void ConnectFrame();
+    void OnTick(int id);
+    void PresentFrame();
+    void ExecuteOwn(CommandId id);
+    void ExecuteZoom(CommandId id);
+    CChildFrame* MakeChild(WindowId window);
+    [[nodiscard]] QRect DefaultPlace(WindowId window);
+    void ListWindows(QMenu& menu);
+
+    QtHost& host_;
+    HeldKeyFilter& keys_;
+    CMainFrame& frame_;
+    App app_;
+    std::unique_ptr<MainMenu> menu_;
+    std::map<WindowId, CChildFrame*> children_;
+    CTimingWnd* timing_ = nullptr;
+    CCursorDlg* cursors_ = nullptr;
+    bool keepMeasures_ = false;
+};
+
+}  // namespace zu

@@ -1,0 +1,95 @@
+#include "ui/core/CKeySheet.h"
+
+#include <array>
+#include <string_view>
+
+#include <QDialogButtonBox>
+#include <QKeySequence>
+#include <QTextBrowser>
+#include <QVBoxLayout>
+
+#include "core/CommandTable.h"
+#include "ui/QtText.h"
+
+namespace zu {
+namespace {
+
+struct ViewKey {
+    std::string_view Keys;
+    std::string_view Effect;
+};
+
+constexpr std::array kTimingKeys{
+    ViewKey{"Left, Right", "One sample back or on"},
+    ViewKey{"Page Up, Page Down, Ctrl+Left, Ctrl+Right", "A quarter of the window back or on"},
+    ViewKey{"Home, End", "To the left by the window's height in samples; to the end of the memory"},
+    ViewKey{"Up, Down", "One line up or down"},
+    ViewKey{"Ctrl+Page Up, Ctrl+Page Down", "Half of the lines that fit up or down"},
+    ViewKey{"Ctrl+Home, Ctrl+End", "Up by the window's height; to the last line"},
+    ViewKey{"Tab, Shift+Tab", "Next or previous edge of the line under the pointer"},
+};
+
+constexpr std::array kTimingMouse{
+    ViewKey{"Wheel", "Three lines up or down"},
+    ViewKey{"Shift+wheel, middle drag", "Move along the samples"},
+    ViewKey{"Ctrl+wheel, pinch", "Zoom at the pointer"},
+    ViewKey{"Ctrl+click, Shift+click", "Zoom in or out at the pointer"},
+    ViewKey{"A, B, C, D or T held and click", "Put that cursor at the pointer"},
+    ViewKey{"Drag a cursor", "Move it; with 2, 3, 4 or 5 held move A and B, A to C, A to D, A to T"},
+    ViewKey{"Drag the box in the overview", "Move along the whole capture"},
+    ViewKey{"Drag a name", "Move the line"},
+    ViewKey{"Double click on a name", "Edit the channel or group"},
+    ViewKey{"Right click", "Display options; on a cursor its menu"},
+};
+
+template <std::size_t Count>
+KeyChapter Chapter(const char* title, const std::array<ViewKey, Count>& rows) {
+    KeyChapter chapter{QString::fromLatin1(title), {}};
+    for (const ViewKey& row : rows) chapter.Lines.append({FromState(row.Keys), FromState(row.Effect)});
+    return chapter;
+}
+
+KeyChapter CommandKeys() {
+    KeyChapter chapter{QStringLiteral("Commands"), {}};
+    for (std::size_t i = 0; i < kCommandCount; ++i) {
+        const CommandTraits& traits = Traits(static_cast<CommandId>(i));
+        if (traits.Key.empty()) continue;
+        const QKeySequence key(FromState(traits.Key));
+        chapter.Lines.append({key.toString(QKeySequence::NativeText), FromState(traits.Hint)});
+    }
+    return chapter;
+}
+
+QString ToHtml(const QList<KeyChapter>& chapters) {
+    QString html;
+    for (const KeyChapter& chapter : chapters) {
+        html += QStringLiteral("<h3>%1</h3><table cellspacing=\"0\" cellpadding=\"3\">").arg(chapter.Title);
+        for (const auto& [keys, effect] : chapter.Lines) {
+            html += QStringLiteral("<tr><td style=\"padding-right:16px\"><b>%1</b></td><td>%2</td></tr>")
+                        .arg(keys.toHtmlEscaped(), effect.toHtmlEscaped());
+        }
+        html += QStringLiteral("</table>");
+    }
+    return html;
+}
+
+}  // namespace
+
+QList<KeyChapter> KeySheet() {
+    return {CommandKeys(), Chapter("Timing window: keys", kTimingKeys),
+            Chapter("Timing window: mouse", kTimingMouse)};
+}
+
+CKeySheet::CKeySheet(QWidget* parent) : QDialog(parent) {
+    setWindowTitle(QStringLiteral("Keyboard"));
+    auto* sheet = new QTextBrowser(this);
+    sheet->setHtml(ToHtml(KeySheet()));
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(sheet);
+    layout->addWidget(buttons);
+    resize(720, 620);
+}
+
+}  // namespace zu
