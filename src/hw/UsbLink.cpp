@@ -16,7 +16,8 @@ std::uint16_t GetU16(std::span<const std::uint8_t> bytes, std::size_t at) {
 
 }  // namespace
 
-UsbLink::UsbLink(UsbDevice& device) : device_(&device), queue_(kUsbQueueBytes) {}
+UsbLink::UsbLink(UsbDevice& device)
+    : device_(&device), queue_(std::make_unique_for_overwrite<std::uint8_t[]>(kUsbQueueBytes)) {}
 
 bool UsbLink::Open(std::uint16_t vendor, std::uint16_t product, UsbIdQuery query) {
     Close();
@@ -79,7 +80,7 @@ bool UsbLink::SelectRegister(std::uint8_t address) {
 }
 
 void UsbLink::Queue(std::uint8_t address, std::uint8_t value) {
-    if (used_ + 2 > queue_.size()) Flush();
+    if (used_ + 2 > kUsbQueueBytes) Flush();
     queue_[used_++] = address;
     queue_[used_++] = value;
 }
@@ -88,7 +89,7 @@ void UsbLink::Flush() {
     if (trace_ != nullptr) trace_->Flush(used_);
     for (std::size_t at = 0; at < used_; at += kUsbPacketBytes) {
         const std::size_t length = std::min(kUsbPacketBytes, used_ - at);
-        WriteCommand(UsbCommand::Registers, {queue_.data() + at, length});
+        WriteCommand(UsbCommand::Registers, {queue_.get() + at, length});
     }
     used_ = 0;
 }

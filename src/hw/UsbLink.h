@@ -1,8 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <span>
-#include <vector>
 
 #include "hw/Seams.h"
 
@@ -73,7 +73,7 @@ class UsbLink {
 
     UsbDevice* device_;
     UsbRegisterBlock block_;  ///< one for all commands: its index stays from command to command
-    std::vector<std::uint8_t> queue_;
+    std::unique_ptr<std::uint8_t[]> queue_;  ///< kUsbQueueBytes, touched as far as it is used
     std::size_t used_ = 0;
     bool open_ = false;
     std::uint8_t status_ = kUsbStatusGood;
