@@ -57,6 +57,11 @@ TEST(DisplayLength, TakesTheAlignmentOffButAtMost128) {
     EXPECT_EQ(GetBufLenDisp(19, lengths, INT32_MAX), 872);
 }
 
+TEST(DisplayLength, TakesANegativeAlignmentAsNone) {
+    EXPECT_EQ(GetBufLenDisp(0, EqualLengths(1000), -1), 1000);
+    EXPECT_EQ(GetBufLenDisp(0, EqualLengths(1000), INT32_MIN), 1000);
+}
+
 TEST(DisplayLength, IsNeverBelowZero) {
     EXPECT_EQ(GetBufLenDisp(0, EqualLengths(100), 300), 0);
     EXPECT_EQ(GetBufLenDisp(0, EqualLengths(128), 128), 0);

@@ -105,6 +105,12 @@ TEST(UserText, NamesARowInAnyCase) {
     EXPECT_EQ(RowOfUserText("tench (512k)"), 18);
 }
 
+TEST(UserText, MayLeaveOutTheClosingB) {
+    EXPECT_EQ(RowOfUserText("Roach40S"), 11);
+    EXPECT_EQ(RowOfUserText("Roach160L"), 15);
+    EXPECT_EQ(RowOfUserText("Pike160L"), 5) << "a name of its own comes first";
+}
+
 TEST(UserText, NamesNothingWhenThereIsNoSuchModel) {
     for (const char* text : {"", "28", "-1", "1x", " 1", "Roach", "99999999999999999999"}) {
         EXPECT_EQ(RowOfUserText(text), std::nullopt) << text;
