@@ -2,21 +2,16 @@
 
 #include <algorithm>
 
-#include "serial/LineScan.h"
-
 namespace zu {
 
+EventCursor::EventCursor(std::span<const std::uint8_t> events, std::int32_t from, std::int32_t to)
+    : events_(events.data()),
+      next_(std::max(from, 0)),
+      end_(static_cast<std::int32_t>(std::min<std::int64_t>(to, std::ssize(events)))) {}
+
 std::int32_t FindEvent(std::span<const std::uint8_t> events, std::int32_t from, std::int32_t to) {
-    const auto end = static_cast<std::int32_t>(std::min<std::int64_t>(to, std::ssize(events)));
-    std::int32_t i = std::max(from, 0);
-    for (; end - i >= scan::kWordBytes; i += scan::kWordBytes) {
-        const std::uint64_t word = scan::LoadWord(&events[static_cast<std::size_t>(i)]);
-        if (word != 0) return i + scan::FirstByte(word);
-    }
-    for (; i < end; ++i) {
-        if (events[static_cast<std::size_t>(i)] != 0) return i;
-    }
-    return to;
+    const std::int32_t found = EventCursor(events, from, to).Next();
+    return found < 0 ? to : found;
 }
 
 std::int32_t FindEventBack(std::span<const std::uint8_t> events, std::int32_t from) {

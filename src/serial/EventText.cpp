@@ -52,7 +52,9 @@ std::string KindText(std::span<const std::uint8_t> bits, const BitKind& kind) {
     if (!seen) return {};
     std::array<char, 16> number{};
     std::snprintf(number.data(), number.size(), "=0x%X)", value);
-    return "(" + std::string(kind.Name) + number.data();
+    std::string text("(");
+    text += kind.Name;
+    return text += number.data();
 }
 
 }  // namespace

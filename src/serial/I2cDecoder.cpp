@@ -45,18 +45,29 @@ bool LevelBeyond(const Line& line, std::int32_t n) {
     return line.High(n < line.View.Stored ? n : n - 1);
 }
 
-void ScanLines(const Line& scl, const Line& sda, std::int32_t n, EventStore& store) {
-    std::uint8_t clock = scl.Raw(0);
-    std::uint8_t data = sda.Raw(0);
-    for (std::int32_t i = FindChange(scl, clock, sda, data, 1, n); i < n;
-         i = FindChange(scl, clock, sda, data, i + 1, n)) {
-        const std::uint8_t nextClock = scl.Raw(i);
-        const std::uint8_t nextData = sda.Raw(i);
-        store.Take(I2cLineEvent(clock != 0, nextClock != 0, data != 0, nextData != 0), i);
-        clock = nextClock;
-        data = nextData;
+/// The pairs of samples of one block, the first of them with the sample before the block.
+void ScanBlock(const Line& scl, const Line& sda, std::int32_t base, std::int32_t n, EventStore& store) {
+    const std::int32_t before = std::max(base - 1, 0);
+    const std::uint64_t clock = Levels64(scl, base);
+    const std::uint64_t data = Levels64(sda, base);
+    const std::uint64_t clockBefore = clock << 1U | (scl.High(before) ? 1U : 0U);
+    const std::uint64_t dataBefore = data << 1U | (sda.High(before) ? 1U : 0U);
+    // Nothing happens unless the clock was high and falls, or stays high while the data line changes.
+    std::uint64_t events = clockBefore & (~clock | (data ^ dataBefore));
+    if (n - base < scan::kBlock) events &= (std::uint64_t{1} << (n - base)) - 1;
+    for (; events != 0; events &= events - 1) {
+        const int i = std::countr_zero(events);
+        const auto level = [i](std::uint64_t levels) { return (levels >> i & 1U) != 0; };
+        store.Take(I2cLineEvent(level(clockBefore), level(clock), level(dataBefore), level(data)), base + i);
     }
-    store.Take(I2cLineEvent(clock != 0, LevelBeyond(scl, n), data != 0, LevelBeyond(sda, n)), n);
+}
+
+void ScanLines(const Line& scl, const Line& sda, std::int32_t n, EventStore& store) {
+    for (std::int32_t base = 0; n - base > 0; base += scan::kBlock) {
+        ScanBlock(scl, sda, base, n, store);
+        if (n - base <= scan::kBlock) break;
+    }
+    store.Take(I2cLineEvent(scl.High(n - 1), LevelBeyond(scl, n), sda.High(n - 1), LevelBeyond(sda, n)), n);
 }
 
 int FirstGroupOfMode(const InstrumentState& state, std::int8_t mode) {
@@ -65,51 +76,11 @@ int FirstGroupOfMode(const InstrumentState& state, std::int8_t mode) {
     return found == state.Groups.end() ? -1 : static_cast<int>(found - state.Groups.begin());
 }
 
-/// How the walk through one frame ended.
-struct FrameEnd {
-    enum class By { Start, Stop, EndOfData, OddBit };
-    By Cause = By::Start;
-    std::int32_t Position = 0;  ///< the last acknowledge, or the frame's start
-    std::int32_t AtStart = 0;
-    std::int32_t AtStop = 0;
-};
-
 /// Replaces a data bit by its acknowledge; false for an event that is no data bit.
 bool MarkAcknowledge(std::uint8_t& code) {
     if (code != event::kBit0 && code != event::kBit1) return false;
     code = code == event::kBit1 ? event::kNack : event::kAck;
     return true;
-}
-
-/// Walks from the start at `start` to the end of its frame. The count begins anew behind each acknowledge, so
-/// AtStop counts the bits behind the last one only.
-FrameEnd WalkFrame(std::span<std::uint8_t> events, std::int32_t n, std::int32_t start) {
-    FrameEnd end{FrameEnd::By::EndOfData, start, 0, 0};
-    std::int32_t bits = 0;
-    for (std::int32_t j = FindEvent(events, start + 1, n); j < n; j = FindEvent(events, j + 1, n)) {
-        std::uint8_t& code = events[static_cast<std::size_t>(j)];
-        if (code == event::kStop) {
-            end.Cause = FrameEnd::By::Stop;
-            end.AtStop = bits;
-            return end;
-        }
-        if (code == event::kStart && j != start + 1) {
-            end.Cause = FrameEnd::By::Start;
-            return end;
-        }
-        if (code == event::kStart) {
-            // A start right behind the frame's own is the one that does not end it.
-            end.AtStart = bits;
-        } else if (++bits == kBitsOfByte) {
-            if (!MarkAcknowledge(code)) {
-                end.Cause = FrameEnd::By::OddBit;
-                return end;
-            }
-            bits = 0;
-            end.Position = j;
-        }
-    }
-    return end;
 }
 
 }  // namespace
@@ -137,13 +108,29 @@ std::uint8_t I2cLineEvent(bool scl0, bool scl1, bool sda0, bool sda1) {
 }
 
 void FrameI2C(std::span<std::uint8_t> events, std::int32_t n) {
-    n = static_cast<std::int32_t>(std::min<std::int64_t>(n, std::ssize(events)));
-    for (std::int32_t i = FindEvent(events, 0, n); i < n; i = FindEvent(events, i + 1, n)) {
-        if (events[static_cast<std::size_t>(i)] != event::kStart) continue;
-        const FrameEnd end = WalkFrame(events, n, i);
-        if (end.Cause == FrameEnd::By::EndOfData) return;
-        if (end.Cause == FrameEnd::By::Stop) ClassifyI2C(events, n, end.Position, end.AtStart, end.AtStop);
-        i = end.Position;
+    constexpr std::int32_t kNoFrame = -2;
+    EventCursor cursor(events, 0, n);
+    std::int32_t start = kNoFrame;
+    std::int32_t position = 0;  // the last acknowledge, or the frame's start
+    std::int32_t atStart = 0;
+    std::int32_t bits = 0;  // behind the last acknowledge
+    for (std::int32_t i = cursor.Next(); i >= 0; i = cursor.Next()) {
+        std::uint8_t& code = events[static_cast<std::size_t>(i)];
+        if (code == event::kStart && i == start + 1) {
+            atStart = bits;  // a start right behind the frame's own is the one that opens no frame
+        } else if (code == event::kStart) {
+            start = position = i;
+            atStart = bits = 0;
+        } else if (start == kNoFrame) {
+            continue;
+        } else if (code == event::kStop) {
+            ClassifyI2C(events, n, position, atStart, bits);
+            start = kNoFrame;
+        } else if (++bits == kBitsOfByte) {
+            if (!MarkAcknowledge(code)) start = kNoFrame;
+            bits = 0;
+            position = i;
+        }
     }
 }
 

@@ -1,40 +1,32 @@
 // The EEPROM layer of the I2C decoder: names for the bits of a frame whose length is known.
-#include <algorithm>
-
 #include "serial/EventCodes.h"
+#include "serial/EventMap.h"
 #include "serial/I2cDecoder.h"
 
 namespace zu {
 namespace {
 
-/// A frame's bits in order. The walk ends at a stop, at the end of data and, unless starts are counted, at a
-/// start behind its first entry.
+/// A frame's events in order. The walk ends at a stop, at the end of data and, unless starts are counted, at
+/// a start behind its first entry.
 class FrameWalk {
   public:
     FrameWalk(std::span<std::uint8_t> events, std::int32_t n, std::int32_t from, bool countStarts)
-        : events_(events),
-          n_(static_cast<std::int32_t>(std::min<std::int64_t>(n, std::ssize(events)))),
-          from_(from),
-          position_(from - 1),
-          countStarts_(countStarts) {}
+        : events_(events), cursor_(events, from, n), from_(from), countStarts_(countStarts) {}
 
     /// Goes on to the next event; null at the end of the walk.
     std::uint8_t* Next() {
-        while (++position_ < n_) {
-            std::uint8_t& code = events_[static_cast<std::size_t>(position_)];
-            if (code == event::kNone) continue;
-            if (code == event::kStop) return nullptr;
-            if (code == event::kStart && !countStarts_ && position_ != from_) return nullptr;
-            return &code;
-        }
-        return nullptr;
+        const std::int32_t i = cursor_.Next();
+        if (i < 0) return nullptr;
+        std::uint8_t& code = events_[static_cast<std::size_t>(i)];
+        if (code == event::kStop) return nullptr;
+        if (code == event::kStart && !countStarts_ && i != from_) return nullptr;
+        return &code;
     }
 
   private:
     std::span<std::uint8_t> events_;
-    std::int32_t n_;
+    EventCursor cursor_;
     std::int32_t from_;
-    std::int32_t position_;
     bool countStarts_;
 };
 

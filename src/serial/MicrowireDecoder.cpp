@@ -22,7 +22,7 @@ std::uint8_t DecodeMicrowire(InstrumentState& state) {
     serial.SerialFirst = serial.SerialLast = 0;
 
     std::uint8_t code = event::kNone;
-    const std::int32_t selected = FindChange(select, 0, 0, n);
+    const std::int32_t selected = PairScan(select, select).FindFirst(true, 0, n);
     // The sample before the select counts, so that a clock edge at that very sample is a bit.
     for (std::int32_t v = std::max(selected - 1, 0); v < n - 1 && select.High(v + 1); ++v) {
         if (clock.High(v) || !clock.High(v + 1)) continue;

@@ -14,10 +14,9 @@ constexpr int kBitsOfByte = 8;
 /// The four lines of a group and how to read them.
 struct SpiBus {
     Line Clock, Si, So, Cs;
-    std::uint8_t ActiveRaw = 0;    ///< masked chip select sample that means active
-    std::uint8_t InactiveRaw = 0;  ///< its other value
-    bool CanBeActive = false;      ///< an active level of 1 is seen on bit 0 of a pod only
-    bool SeesSelect = false;       ///< so is an idle level of 1, at the edge into a transfer
+    bool ActiveLevel = false;  ///< of chip select
+    bool CanBeActive = false;  ///< an active level of 1 is seen on bit 0 of a pod only
+    bool SeesSelect = false;   ///< so is an idle level of 1, at the edge into a transfer
     bool SamplesRising = false;
     bool LsbFirst = false;
     std::int32_t Length = 0;  ///< samples
@@ -42,10 +41,8 @@ SpiBus BindBus(const InstrumentState& state, const GroupRecord& group) {
     bus.Cs = BindLine(state, channels[3]);
     // The samples are compared with 1 as they stand, so a high level counts on bit 0 of a pod alone.
     const bool onBit0 = bus.Cs.Mask == 1;
-    const bool activeHigh = group.CsActiveHigh != 0;
-    bus.ActiveRaw = activeHigh ? 1 : 0;
-    bus.InactiveRaw = activeHigh ? 0 : bus.Cs.Mask;
-    bus.CanBeActive = !activeHigh || onBit0;
+    bus.ActiveLevel = group.CsActiveHigh != 0;
+    bus.CanBeActive = !bus.ActiveLevel || onBit0;
     bus.SeesSelect = onBit0;
     bus.SamplesRising = SamplesRisingEdge(group.Mode);
     bus.LsbFirst = group.BitOrder == 1;
@@ -74,12 +71,12 @@ class ByteRange {
 class SpiScan {
   public:
     SpiScan(const SpiBus& bus, std::span<std::uint16_t> si, std::span<std::uint16_t> so, ByteRange& range)
-        : bus_(bus), si_(si), so_(so), range_(range), last_(bus.Length - 1) {}
+        : bus_(bus), scan_(bus.Clock, bus.Cs), si_(si), so_(so), range_(range), last_(bus.Length - 1) {}
 
     void Run() {
         while (i_ < last_) {
-            if (bus_.Cs.Raw(i_) == bus_.ActiveRaw) {
-                ToNextClock();
+            if (bus_.Cs.High(i_) == bus_.ActiveLevel) {
+                ReadActive();
             } else {
                 ToTransfer();
             }
@@ -89,7 +86,7 @@ class SpiScan {
   private:
     /// From an inactive sample to the first one that can carry a bit.
     void ToTransfer() {
-        const std::int32_t active = FindChange(bus_.Cs, bus_.InactiveRaw, i_ + 1, last_ + 1);
+        const std::int32_t active = scan_.FindSecond(bus_.ActiveLevel, i_ + 1, last_ + 1);
         const std::int32_t before = active - 1;
         if (active > last_) {
             i_ = last_;
@@ -103,36 +100,43 @@ class SpiScan {
 
     /// The clock is high when chip select becomes active: that level is no part of the transfer. Its last
     /// sample, so that the fall behind it is seen, but always a sample beyond `i`.
-    [[nodiscard]] std::int32_t EndOfLeadingLevel(std::int32_t i) const {
-        const std::int32_t low = FindChange(bus_.Clock, bus_.Clock.Mask, i, last_ + 1);
+    std::int32_t EndOfLeadingLevel(std::int32_t i) {
+        const std::int32_t low = scan_.FindFirst(false, i, last_ + 1);
         return low > last_ ? last_ : std::max(i + 1, low - 1);
     }
 
-    /// From an active sample to the next change of the clock, or to where chip select ends.
-    void ToNextClock() {
-        const std::uint8_t clock = bus_.Clock.Raw(i_);
-        const std::int32_t next = FindChange(bus_.Clock, clock, bus_.Cs, bus_.ActiveRaw, i_ + 1, last_ + 1);
-        if (next > last_) {
-            i_ = last_;
-            return;
-        }
-        const bool rose = clock == 0;
-        if (bus_.Clock.Raw(next) != clock && rose == bus_.SamplesRising) TakeBit(next - 1);
-        i_ = next;
+    /// From an active sample on: a bit at every sampling edge, up to the end of chip select or of the block.
+    void ReadActive() {
+        const std::int32_t base = scan_.Load(i_);
+        const std::int32_t inBlock = i_ - base;
+        const bool beyond = bus_.Clock.High(std::int64_t{base} + scan::kBlock);
+        const std::uint64_t clock = scan_.First();
+        const std::uint64_t next = clock >> 1U | std::uint64_t{beyond ? 1U : 0U} << 63U;
+        const std::uint64_t inactive = bus_.ActiveLevel ? ~scan_.Second() : scan_.Second();
+        const std::int32_t step =
+            std::min({std::countr_zero(inactive >> inBlock), scan::kBlock - inBlock, last_ - i_});
+        // Bit k: the clock changes in the wanted sense between samples i + k and i + k + 1.
+        std::uint64_t edges = (bus_.SamplesRising ? ~clock & next : clock & ~next) >> inBlock;
+        if (step < scan::kBlock) edges &= (std::uint64_t{1} << step) - 1;
+        for (; edges != 0; edges &= edges - 1) TakeBit(i_ + std::countr_zero(edges));
+        i_ += step;
     }
 
     /// Reads both lines at the sample before the clock's edge.
     void TakeBit(std::int32_t e) {
         if (bits_ == 0) start_ = e;
         const unsigned weight = bus_.LsbFirst ? 1U << bits_ : 0x80U >> bits_;
-        if (bus_.So.High(e)) Collect(so_, e, soByte_, weight);
-        if (bus_.Si.High(e)) Collect(si_, e, siByte_, weight);
+        siByte_ += weight * Sample(bus_.Si, si_, e);
+        soByte_ += weight * Sample(bus_.So, so_, e);
         if (++bits_ == kBitsOfByte) StoreByte(e);
     }
 
-    static void Collect(std::span<std::uint16_t> words, std::int32_t e, unsigned& byte, unsigned weight) {
-        byte += weight;
-        words[static_cast<std::size_t>(e)] |= spi::kOne;
+    /// Marks a clocked sample that is 1; without a branch, since the data cannot be foreseen.
+    static unsigned Sample(const Line& line, std::span<std::uint16_t> words, std::int32_t e) {
+        const unsigned level = line.High(e) ? 1 : 0;
+        std::uint16_t& word = words[static_cast<std::size_t>(e)];
+        word = static_cast<std::uint16_t>(word | level * spi::kOne);
+        return level;
     }
 
     void StoreByte(std::int32_t e) {
@@ -153,6 +157,7 @@ class SpiScan {
     }
 
     const SpiBus& bus_;
+    PairScan scan_;
     std::span<std::uint16_t> si_;
     std::span<std::uint16_t> so_;
     ByteRange& range_;

@@ -1,0 +1,1 @@
+add_zu_bench(bench_serial SOURCES SerialBench.cpp USES state serial)
