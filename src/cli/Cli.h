@@ -1,0 +1,18 @@
+#pragma once
+
+#include <iosfwd>
+
+namespace zu {
+
+/// How zu-cli ends. Scripts rely on the numbers.
+enum class CliExit : int {
+    Ok = 0,
+    Problems = 1,     ///< the file could not be read or written, or told of problems while it was read
+    Usage = 2,        ///< the command line makes no sense
+    NotAvailable = 3  ///< this build cannot do what was asked
+};
+
+/// The whole program: reads the command line, does one command, answers the exit code.
+int RunCli(int argc, const char* const* argv, std::ostream& out, std::ostream& err);
+
+}  // namespace zu
