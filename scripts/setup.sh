@@ -55,6 +55,14 @@ logged() {
     fi
 }
 
+# configure_release: without tests and benchmarks, which only cost time for a user; a folder that was configured
+# otherwise stays as it is.
+configure_release() {
+    [[ ! -f $top/build/release/build.ninja ]] || return 0
+    say "Configuring release"
+    logged "$top/build/release/configure.log" cmake -S "$top" --preset release -DZU_TESTS=OFF -DZU_BENCH=OFF
+}
+
 # build PRESET TARGET...: configures where that has not happened yet, then builds; silent with nothing to do.
 build() {
     local preset=$1
