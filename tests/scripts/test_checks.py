@@ -97,13 +97,13 @@ class Layers(unittest.TestCase):
 class Words(unittest.TestCase):
     def test_finds_what_must_not_stand_in_the_project(self):
         # Put together here, so that this file passes its own rule.
-        for text in ("Part " + "1.4", "see the " + "spec for", "is" + "sue 12", "/wo" + "rk/main", "/tmp" + "/wt-x"):
+        for text in ("/ro" + "ot/main", "/ho" + "me/me/zu", "/tmp" + "/tree-1/src"):
             self.assertTrue(words.EVERYWHERE.search(text), text)
         for text in ("TO" + "DO later", "FIX" + "ME", "XX" + "X: x"):
             self.assertTrue(words.IN_FILES.search(text), text)
 
     def test_lets_ordinary_words_pass(self):
-        for text in ("part of it", "parts 1 and 2", "special", "XXXXXXXX", "a word XXX", "work/", "/usr/share"):
+        for text in ("special", "XXXXXXXX", "a word XXX", "root/", "/usr/share", "/home/user/x"):
             self.assertFalse(words.EVERYWHERE.search(text) or words.IN_FILES.search(text), text)
 
 
