@@ -111,11 +111,17 @@ void DrawChannelCell(const RowFrame& row, const ColumnSpan& span, int column, in
     }
 }
 
+void DrawNameCell(const RowFrame& row, const ColumnSpan& span, int column, int group) {
+    const ColumnType type = TypeOfColumn(row.State, column);
+    const GroupRecord& record = row.State.Groups[static_cast<std::size_t>(group)];
+    if (type == ColumnType::ChanNum) CellOut(row.Target, span, row.Top, Format("G%d", group + 1));
+    if (type == ColumnType::ChanName) CellOut(row.Target, span, row.Top, record.Name.View());
+}
+
 void DrawGroupCell(const RowFrame& row, const ColumnSpan& span, int column, int group) {
     const ColumnType type = TypeOfColumn(row.State, column);
     const GroupRecord& record = row.State.Groups[static_cast<std::size_t>(group)];
-    if (type == ColumnType::ChanNum) return CellOut(row.Target, span, row.Top, Format("G%d", group + 1));
-    if (type == ColumnType::ChanName) return CellOut(row.Target, span, row.Top, record.Name.View());
+    DrawNameCell(row, span, column, group);
     if (IsMeasurement(type)) return CellOut(row.Target, span, row.Top, kNoMeasurement);
     if (type != ColumnType::TrigWord) return;
     row.Target.SetPen(PenColor(row.Target, record.Color));
@@ -213,6 +219,14 @@ void DrawChannelCells(const RowFrame& row, const ColumnLayout& layout, int chann
     CellColor(row.Target, row.State.Channels.ChannelColor[static_cast<std::size_t>(channel)]);
     for (int column = 0; column < kTimingColumns; ++column) {
         DrawChannelCell(row, layout.Columns[static_cast<std::size_t>(column)], column, channel, measures);
+    }
+}
+
+void DrawGroupName(const RowFrame& row, const ColumnLayout& layout, int group) {
+    if (group < 0 || group >= kGroupCount) return;
+    CellColor(row.Target, row.State.Groups[static_cast<std::size_t>(group)].Color);
+    for (int column = 0; column < kTimingColumns; ++column) {
+        DrawNameCell(row, layout.Columns[static_cast<std::size_t>(column)], column, group);
     }
 }
 

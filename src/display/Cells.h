@@ -23,6 +23,9 @@ void DrawChannelCells(const RowFrame& row, const ColumnLayout& layout, int chann
 /// Draws the cells of a group line.
 void DrawGroupCells(const RowFrame& row, const ColumnLayout& layout, int group);
 
+/// Draws number and name of a group alone.
+void DrawGroupName(const RowFrame& row, const ColumnLayout& layout, int group);
+
 /// Text of a measurement cell.
 std::string MeasurementText(const InstrumentState& state, ColumnType type, const ChannelMeasure& measure);
 

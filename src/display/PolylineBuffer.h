@@ -17,12 +17,14 @@ class PolylineBuffer {
         if (kPolylinePoints - count_ < kSpare) Continue(canvas);
         points_[count_++] = {x, y};
     }
+    /// Adds a point while there is room; curves end there.
+    void AddIfRoom(std::int32_t x, std::int32_t y) {
+        if (count_ < kPolylinePoints) points_[count_++] = {x, y};
+    }
     /// Draws what was added and empties the array; a single point draws nothing.
     void Draw(Canvas& canvas);
     [[nodiscard]] std::size_t Count() const { return count_; }
     [[nodiscard]] const Point& Last() const { return points_[count_ - 1]; }
-    /// Takes back the last points.
-    void Drop(std::size_t points) { count_ -= points < count_ ? points : count_; }
 
   private:
     static constexpr std::size_t kSpare = 5;

@@ -6,6 +6,7 @@
 
 #include "display/Cells.h"
 #include "display/ChannelTrace.h"
+#include "display/GroupLine.h"
 #include "display/Pixels.h"
 #include "display/Scroll.h"
 #include "display/Strip.h"
@@ -61,6 +62,7 @@ class TimingPaint {
     void DrawLines();
     void DrawLine(const DisplayLine& line, std::int32_t top, std::int32_t height);
     void DrawChannel(const RowFrame& row, const DisplayLine& line);
+    void DrawGroup(const RowFrame& row, const DisplayLine& line);
     void DrawCenter();
     void DrawCursors();
 
@@ -101,7 +103,7 @@ void TimingPaint::DrawLine(const DisplayLine& line, std::int32_t top, std::int32
         case LineKind::Channel:
             return DrawChannel(row, line);
         case LineKind::Group:
-            return DrawGroupCells(row, layout_, GroupOfSource(line.Source));
+            return DrawGroup(row, line);
         case LineKind::Spacer:
             if (axis_.Width() > 0) {
                 canvas_.FillRect({axis_.Left, top, axis_.Right, row.Low()},
@@ -116,6 +118,13 @@ void TimingPaint::DrawChannel(const RowFrame& row, const DisplayLine& line) {
     const Rgb color = PenColor(canvas_, state_.Channels.ChannelColor[static_cast<std::size_t>(line.Source)]);
     canvas_.SetPen(color);
     DrawChannelTrace(row, line.Source, line.Extra);
+}
+
+void TimingPaint::DrawGroup(const RowFrame& row, const DisplayLine& line) {
+    const int group = GroupOfSource(line.Source);
+    if (IsSpiGroup(state_, group)) return DrawSpiLine(row, layout_, group, scratch_.Measures);
+    DrawGroupCells(row, layout_, group);
+    if (axis_.Width() > 0) DrawGroupTrace(row, group, line);
 }
 
 void TimingPaint::DrawCenter() {

@@ -7,6 +7,7 @@
 #include "display/CursorMoves.h"
 #include "display/Edges.h"
 #include "display/GoTo.h"
+#include "display/GroupLine.h"
 #include "display/Hover.h"
 #include "display/LineMove.h"
 #include "display/Scroll.h"
@@ -284,7 +285,7 @@ void TimingView::Snap(const MouseEvent& event) {
     const std::int64_t at = state_.Cursors.Cur[static_cast<std::size_t>(cursors_.Cursor())];
     const std::int64_t zoom = SafeZoom(state_.Timing.ScreenZoom);
     const std::int64_t reach = zoom > 0 ? kSnapReach / zoom : kSnapReach * -zoom;
-    const RowSignal signal(state_, LineAt(state_, hit->Line).Source);
+    const RowSignal signal(state_, SourceAt(*hit, event.Y));
     const auto edge = signal.Nearest(at, reach);
     if (edge && cursors_.Move(state_, cursors_.Delta() + *edge - at, event.Held)) host_.RefreshAll();
 }
@@ -388,6 +389,17 @@ void TimingView::Command(TimingCommand command) {
     }
 }
 
+std::int32_t TimingView::SourceAt(const LineHit& hit, std::int32_t y) const {
+    const std::int32_t source = LineAt(state_, hit.Line).Source;
+    const int lane =
+        hit.Kind == LineKind::Group && IsSpiGroup(state_, hit.Number) ? LaneAt(hit.Top, y, metrics_) : -1;
+    if (lane < 0) return source;
+    const GroupRecord& group = state_.Groups[static_cast<std::size_t>(hit.Number)];
+    if (lane >= GroupSize(group)) return source;
+    const std::int32_t channel = group.Channels[static_cast<std::size_t>(lane)];
+    return KindOfSource(channel) == LineKind::Channel ? channel : kFirstSpacerLine;
+}
+
 std::optional<LineHit> TimingView::LineUnderPointer() const {
     return LineAtY(state_, metrics_, pointerY_);
 }
@@ -398,21 +410,22 @@ void TimingView::JumpToEdge(bool forward) {
     const TimeAxis axis = Axis();
     const std::int32_t x =
         InData(pointerX_, pointerY_) && pointerX_ < axis.Right ? pointerX_ : axis.Left + axis.Width() / 2;
+    const std::int32_t source = SourceAt(*hit, pointerY_);
     const bool goesOn =
-        jump_.Line == hit->Line && jump_.X == x && jump_.Position == state_.Timing.TimingDataPos;
+        jump_.Source == source && jump_.X == x && jump_.Position == state_.Timing.TimingDataPos;
     const std::int64_t from = goesOn ? jump_.Edge : axis.SampleAt(x);
-    const RowSignal signal(state_, LineAt(state_, hit->Line).Source);
+    const RowSignal signal(state_, source);
     const auto edge = forward ? signal.Next(from) : signal.Begin(from - 1);
     if (!edge) return host_.Beep();
     MoveTo(*edge - (axis.SampleAt(x) - axis.First));
-    jump_ = {hit->Line, x, state_.Timing.TimingDataPos, *edge};
+    jump_ = {source, x, state_.Timing.TimingDataPos, *edge};
 }
 
 std::string TimingView::HoverText() const {
     if (grab_ != Grab::None || !InData(pointerX_, pointerY_) || pointerX_ >= Axis().Right) return {};
     const auto hit = LineUnderPointer();
     if (!hit) return {};
-    return zu::HoverText(state_, LineAt(state_, hit->Line).Source, Axis().SampleAt(pointerX_));
+    return zu::HoverText(state_, SourceAt(*hit, pointerY_), Axis().SampleAt(pointerX_));
 }
 
 }  // namespace zu

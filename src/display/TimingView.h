@@ -127,13 +127,15 @@ class TimingView {
     void Snap(const MouseEvent& event);
     void DropLine(const MouseEvent& event);
     void ShowPointer(PointerShape shape);
+    /// What a row shows at y: its channel or group, or the channel of the lane of an SPI line.
+    [[nodiscard]] std::int32_t SourceAt(const LineHit& hit, std::int32_t y) const;
     [[nodiscard]] PointerShape ShapeAt(std::int32_t x, std::int32_t y) const;
     void JumpToEdge(bool forward);
 
     /// Where the last jump to an edge went: the next one goes on from there, also where the view could not
     /// bring the edge under the pointer.
     struct Jump {
-        std::int32_t Line = -1;
+        std::int32_t Source = -1;
         std::int32_t X = 0;
         std::int32_t Position = 0;
         std::int64_t Edge = 0;
