@@ -82,6 +82,7 @@ std::uint8_t AddressSearch::Probe(std::uint16_t index) {
 SearchEnd AddressSearch::Conclude(std::uint16_t index, std::uint8_t row, const std::string& found,
                                   const std::string& none) {
     if (row == 0) {
+        ReleaseRegisters(hardware_);
         Show(none);
         return SearchEnd::NotFound;
     }
@@ -126,10 +127,13 @@ SearchEnd AddressSearch::SearchIsa() {
         if (Probe(i) != 0) {
             first = std::min(first, i);
         } else if (!Show("")) {
+            ReleaseRegisters(hardware_);
             return SearchEnd::Cancelled;
         }
     }
-    return first < kIsaCandidates ? TryIsa(first) : SearchEnd::NotFound;
+    if (first < kIsaCandidates) return TryIsa(first);
+    ReleaseRegisters(hardware_);
+    return SearchEnd::NotFound;
 }
 
 std::uint8_t AddressSearch::ProbeParallel(std::uint16_t port, std::uint8_t comMode) {
@@ -172,6 +176,7 @@ bool AddressSearch::RunRounds(std::uint16_t port, std::uint8_t row) {
 
 SearchEnd AddressSearch::ParallelNotFound(bool cancelled) {
     clearsButtons_ = true;
+    ReleaseRegisters(hardware_);
     Show("Logic Analyzer not found");
     return cancelled ? SearchEnd::Cancelled : SearchEnd::NotFound;
 }
@@ -194,6 +199,7 @@ SearchEnd AddressSearch::SearchUsb() {
     Begin();
     const std::uint8_t result = UsbDetect(hardware_);
     if (result == kUsbFound) return TryUsb();
+    ReleaseRegisters(hardware_);
     hardware_.Host->Message(UsbErrorText(result), "Error:");
     Show("USB error: Logic Analyzer not found");
     return SearchEnd::NotFound;

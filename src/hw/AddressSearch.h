@@ -27,7 +27,8 @@ std::string_view DialogModelName(int row);
 std::string UsbErrorText(std::uint8_t result);
 
 /// The work behind the address dialog: tries single candidates and searches for the instrument. What it finds
-/// goes into the state: ComMode, HwPort, AddressIndex, FoundTable, HardwareType, Emulated.
+/// goes into the state: ComMode, HwPort, AddressIndex, FoundTable, HardwareType, Emulated. Where nothing
+/// answers, nothing is left in force: an open bus would read as a finished capture.
 class AddressSearch {
   public:
     /// Takes each new status text while a search runs; false stops the search.

@@ -57,6 +57,11 @@ std::uint8_t GetTrigStat(HardwareSession& hardware) {
     return (status & kFull) != 0 ? 3 : 1;
 }
 
+bool WaitNanoseconds(HardwareSession& hardware, double ns) {
+    if (ns > 0) hardware.Host->WaitNanoseconds(ns);
+    return true;
+}
+
 void ZUPower(HardwareSession& /*hardware*/) {}
 
 void CloseHardware(HardwareSession& hardware) {

@@ -88,6 +88,9 @@ bool SetClock(HardwareSession& hardware, InstrumentState& state);
 bool SetupMemConfig(HardwareSession& hardware, InstrumentState& state);
 /// 1 filling, 2 not triggered, 3 complete; 2 with nothing connected.
 std::uint8_t GetTrigStat(HardwareSession& hardware);
+/// Returns after at least `ns` nanoseconds, at once for none. True: measured by the fine clock, which the
+/// host always has.
+bool WaitNanoseconds(HardwareSession& hardware, double ns);
 /// Does nothing; kept as the name that start-up and exit call.
 void ZUPower(HardwareSession& hardware);
 /// Closes the kernel driver and the USB device, if open.

@@ -472,6 +472,30 @@ TEST(AddressDialog, OfferedChoices) {
     EXPECT_FALSE(OfferedAddresses(usb.TheRoad.Hardware).PortGroups) << "no driver: USB and demo only";
 }
 
+TEST(AddressDialog, WhereNothingAnswersNothingStaysInForce) {
+    const auto releases = [](const char* name, auto search) {
+        Dialog d(15, SimCable::Isa);
+        OfferedAddresses(d.TheRoad.Hardware);
+        search(d.Search);
+        EXPECT_EQ(d.TheRoad.Hardware.Ops, &NullRegisterOps()) << name;
+    };
+    releases("isa", [](AddressSearch& s) { s.TryIsa(5); });
+    releases("parallel", [](AddressSearch& s) { s.TryParallel(0, 4); });
+    releases("all parallel", [](AddressSearch& s) { s.SearchParallel(); });
+    releases("usb", [](AddressSearch& s) { s.TryUsb(); });
+    releases("usb search", [](AddressSearch& s) { s.SearchUsb(); });
+}
+
+TEST(Waiting, GoesThroughTheHost) {
+    ScriptedHost host;
+    HardwareSession hardware(host);
+    EXPECT_TRUE(WaitNanoseconds(hardware, 0));
+    EXPECT_TRUE(WaitNanoseconds(hardware, -5));
+    EXPECT_EQ(host.Ticks, 0U);
+    EXPECT_TRUE(WaitNanoseconds(hardware, 5e6));
+    EXPECT_EQ(host.Ticks, 5U);
+}
+
 TEST(AddressDialog, NamesAndTheNoteAfterwards) {
     EXPECT_EQ(DialogModelName(0), "No ZU found");
     EXPECT_EQ(DialogModelName(1), "Pike40S");
