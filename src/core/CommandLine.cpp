@@ -5,6 +5,7 @@
 #include "core/Paths.h"
 #include "files/Decimal.h"
 #include "files/Paths.h"
+#include "hw/sim/SimSpec.h"
 #include "state/Catalogue.h"
 
 namespace zu {
@@ -199,6 +200,7 @@ class Reader {
     }
 
     std::optional<CommandLineEnd> TakeSimulate(const std::string& value) {
+        if (!ParseSimulate(value)) return Misuse("no instrument to simulate " + value);
         options_.Simulate = value;
         return std::nullopt;
     }

@@ -9,6 +9,7 @@
 #include "core/RateRules.h"
 #include "files/Paths.h"
 #include "files/SettingsWriter.h"
+#include "hw/sim/SimSpec.h"
 #include "state/Catalogue.h"
 #include "state/Model.h"
 
@@ -63,6 +64,10 @@ StoredConnection RecallConnection(App& app) {
     IdentityRecord& identity = app.State.Identity;
     StoredConnection stored = ReadStoredConnection(app.State);
     if (app.State.Command.CmdPid != 0) stored = {true, true, kUsb, kUsbIndex};
+    if (const auto simulated = ParseSimulate(app.State.Command.Simulate)) {
+        const SimConnection connection = ConnectionOf(*simulated);
+        stored = {true, true, connection.ComMode, connection.AddressIndex};
+    }
     identity.ComMode = stored.ComMode;
     const bool inTable = stored.Address >= 0 && stored.Address <= kLargestIndex;
     identity.AddressIndex = inTable ? static_cast<std::uint16_t>(stored.Address) : std::uint16_t{0};
@@ -109,6 +114,7 @@ bool ProbeStored(App& app) {
 
 void DetectInstrument(App& app) {
     if (StartsAsViewer(app.State.Command) && app.State.Command.Simulate.empty()) return;
+    const IdentityRecord& identity = app.State.Identity;
     const StoredConnection stored = RecallConnection(app);
     const bool any = stored.HasMode || stored.HasAddress;
     const bool both = stored.HasMode && stored.HasAddress;
@@ -116,6 +122,8 @@ void DetectInstrument(App& app) {
     if (both && ProbeStored(app)) return;
     if (!both) SelectIsa(app);
     app.Shell.RunAddressDialog();
+    // Without an instrument nothing stays in force: an open bus would read as a finished capture.
+    if (identity.Emulated != 0) ReleaseRegisters(app.Hardware);
 }
 
 void SettleModel(App& app) {
