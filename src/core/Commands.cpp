@@ -20,12 +20,10 @@ constexpr std::array kNotOffered{
     CommandId::FileExport,      CommandId::FilePrint,        CommandId::DataLog,
     CommandId::DataLogSettings, CommandId::ClockExternal,    CommandId::TriggerWord,
     CommandId::PodSetup,        CommandId::ThresholdVoltage, CommandId::PatternVoltage,
-    CommandId::PatternEdit,     CommandId::HardwareAddress,  CommandId::GroupSetup,
-    CommandId::ChannelSetup,    CommandId::TimingSetup,      CommandId::StateListSetup,
-    CommandId::InsertGroup,     CommandId::InsertSpacer,     CommandId::Search,
-    CommandId::TranslateTable,  CommandId::WindowStateList,  CommandId::WindowSerial,
-    CommandId::WindowSpi,       CommandId::WindowCursor,     CommandId::WindowPattern,
-    CommandId::HelpContents,    CommandId::HelpKeys,
+    CommandId::PatternEdit,     CommandId::HardwareAddress,  CommandId::StateListSetup,
+    CommandId::Search,          CommandId::TranslateTable,   CommandId::WindowStateList,
+    CommandId::WindowSerial,    CommandId::WindowSpi,        CommandId::WindowCursor,
+    CommandId::WindowPattern,   CommandId::HelpContents,     CommandId::HelpKeys,
 };
 
 /// A window's command and open flag.

@@ -83,6 +83,7 @@ void TimingView::MakeActive() {
 }
 
 void TimingView::MouseDown(const MouseEvent& event) {
+    pressedY_ = event.Y;
     pointerX_ = event.X;
     pointerY_ = event.Y;
     if (grab_ != Grab::None) return;
@@ -402,6 +403,10 @@ std::int32_t TimingView::SourceAt(const LineHit& hit, std::int32_t y) const {
 
 std::optional<LineHit> TimingView::LineUnderPointer() const {
     return LineAtY(state_, metrics_, pointerY_);
+}
+
+std::optional<LineHit> TimingView::LineForCommand() const {
+    return LineAtY(state_, metrics_, pointerY_ >= 0 ? pointerY_ : pressedY_);
 }
 
 void TimingView::JumpToEdge(bool forward) {

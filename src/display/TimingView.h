@@ -98,6 +98,9 @@ class TimingView {
     [[nodiscard]] TimeAxis Axis() const;
     /// Row under the pointer's last place; nothing where there is none.
     [[nodiscard]] std::optional<LineHit> LineUnderPointer() const;
+    /// Row that a menu command works on: the one under the pointer, or, once the pointer went to the menu,
+    /// the one that was clicked last.
+    [[nodiscard]] std::optional<LineHit> LineForCommand() const;
     [[nodiscard]] bool Dragging() const { return grab_ != Grab::None; }
 
   private:
@@ -154,6 +157,7 @@ class TimingView {
     bool moved_ = false;
     std::int32_t pointerX_ = -1;
     std::int32_t pointerY_ = -1;
+    std::int32_t pressedY_ = -1;
     PointerShape shape_ = PointerShape::Arrow;
     Jump jump_;
 };

@@ -29,6 +29,7 @@
 #include "ui/core/CKeySheet.h"
 #include "ui/display/CCursorDlg.h"
 #include "ui/display/CTimingWnd.h"
+#include "ui/display/ViewDialogs.h"
 
 namespace zu {
 namespace {
@@ -160,7 +161,7 @@ void CZuView::ExecuteOwn(CommandId id) {
             CAboutDlg(State(), &frame_).exec();
             break;
         default:
-            ExecuteZoom(id);
+            if (!RunEditCommand(*this, id)) ExecuteZoom(id);
     }
 }
 
@@ -182,7 +183,10 @@ void CZuView::OpenFile(const QString& path) {
     UpdateBars();
 }
 
-void CZuView::OpenTimingDialog(const DialogRequest& /*request*/) {}
+void CZuView::OpenTimingDialog(const DialogRequest& request) {
+    RunTimingDialog(*this, request);
+    UpdateBars();
+}
 
 void CZuView::RefreshKeepingMeasures() {
     keepMeasures_ = true;

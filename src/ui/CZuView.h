@@ -8,6 +8,7 @@
 #include "core/App.h"
 #include "core/CommandTable.h"
 #include "display/TimingView.h"
+#include "ui/ColorChooser.h"
 
 class QMenu;
 
@@ -40,6 +41,10 @@ class CZuView final : public QObject, public Shell {
     [[nodiscard]] InstrumentState& State() { return app_.State; }
     [[nodiscard]] HeldKeyFilter& Keys() { return keys_; }
     [[nodiscard]] MainMenu& Menu() { return *menu_; }
+    [[nodiscard]] CMainFrame& Frame() { return frame_; }
+    [[nodiscard]] ColorChooser& Colors() { return *colors_; }
+    /// Colours are chosen by this from now on; it must outlive the controller.
+    void SetColors(ColorChooser& colors) { colors_ = &colors; }
     [[nodiscard]] CTimingWnd* Timing() { return timing_; }
     [[nodiscard]] CChildFrame* Child(WindowId window);
 
@@ -79,6 +84,8 @@ class CZuView final : public QObject, public Shell {
     App app_;
     std::unique_ptr<MainMenu> menu_;
     std::map<WindowId, CChildFrame*> children_;
+    DesktopColors desktopColors_;
+    ColorChooser* colors_ = &desktopColors_;
     CTimingWnd* timing_ = nullptr;
     CCursorDlg* cursors_ = nullptr;
     bool keepMeasures_ = false;

@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include <QApplication>
-#include <QColorDialog>
 #include <QContextMenuEvent>
 #include <QMenu>
 #include <QMouseEvent>
@@ -358,8 +357,7 @@ void CTimingWnd::OpenDialog(const DialogRequest& request) {
 }
 
 std::optional<Rgb> CTimingWnd::ChooseColor(Rgb start) {
-    const QColor color = QColorDialog::getColor(ToQColor(start), this);
-    return color.isValid() ? std::optional(FromQColor(color)) : std::nullopt;
+    return controller_.Colors().Choose(this, start);
 }
 
 void CTimingWnd::Beep() {

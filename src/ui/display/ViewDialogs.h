@@ -1,0 +1,17 @@
+#pragma once
+
+#include "core/CommandTable.h"
+#include "display/TimingView.h"
+
+namespace zu {
+
+class CZuView;
+
+/// Runs a command that edits channels, groups or lines: it opens their dialog, or works on the line under the
+/// pointer. False for every other command.
+bool RunEditCommand(CZuView& view, CommandId id);
+
+/// Runs a dialog that the Timing view asks for.
+void RunTimingDialog(CZuView& view, const DialogRequest& request);
+
+}  // namespace zu
