@@ -4,6 +4,8 @@
 #include <span>
 #include <string>
 
+#include "serial/I2cDecoder.h"
+#include "serial/MicrowireDecoder.h"
 #include "state/Rates.h"
 
 namespace zu {
@@ -88,9 +90,10 @@ void EmulationTick(App& app) {
         app.State.Buffer.Pod[0][1] = static_cast<std::uint8_t>(capture.CaptureCount % 255);
     }
     SetStatus(app, WithCount("Triggered ", capture.CaptureCount, ""));
-    for (const WindowId window : {WindowId::Timing, WindowId::StateList, WindowId::Serial}) {
-        RedrawIfOpen(app, window);
-    }
+    RedrawIfOpen(app, WindowId::Timing);
+    RedrawIfOpen(app, WindowId::StateList);
+    if (app.State.Windows.SerialStat != 0) DecodeSerialGroup(app.State);
+    RedrawIfOpen(app, WindowId::Serial);
     if (once || capture.CaptureState == kIdle) return;
     capture.CaptureState = kRunning;
     if (TimerPaced(capture)) StartTimer(app, kEmulationTimer);
@@ -261,6 +264,11 @@ int GetTimerPeriod(App& app) {
     const double ticks = fill < 100000 ? 1.0 : fill / 100000000 * 1.1;
     capture.ForceDelay = static_cast<std::int32_t>(std::clamp(ticks, 1.0, 2147483647.0));
     return kPollMs;
+}
+
+void DecodeSerialGroup(InstrumentState& state) {
+    if (state.Serial.SerialMode == 1) DecodeI2C(state);
+    if (state.Serial.SerialMode == 2) DecodeMicrowire(state);
 }
 
 void ClearDataBuffer(App& app) {

@@ -62,6 +62,8 @@ void OnTimer(App& app, int id);
 void FastLoop(App& app, int id);
 /// Milliseconds for the next timer; sets ForceDelay.
 int GetTimerPeriod(App& app);
+/// Runs the decoder of SerialMode, if there is one.
+void DecodeSerialGroup(InstrumentState& state);
 /// Zeroes all samples up to their lengths and what was decoded from them, then redraws.
 void ClearDataBuffer(App& app);
 /// Redraws the open windows: Timing, Statelist, Serial, cursor, threshold, SPI.

@@ -13,6 +13,7 @@
 #include "files/SettingsReader.h"
 #include "files/SettingsWriter.h"
 #include "files/Translate.h"
+#include "serial/SpiDecoder.h"
 
 namespace zu {
 namespace {
@@ -171,6 +172,10 @@ class LoadOfSettings {
 DataFileHooks HooksFor(App& app) {
     DataFileHooks hooks;
     hooks.ApplyMemoryMode = [&app](int mux, int mode) { SetMemoryMode(app, mux, mode); };
+    hooks.LoadCsv = [&app](const std::string&) {
+        app.Host.Message("This version does not read CSV files.", "File not loaded");
+    };
+    hooks.DecodeSerial = [&app] { DecodeSerialGroup(app.State); };
     hooks.RedrawWindows = [&app] {
         RefreshAll(app);
         RedrawIfOpen(app, WindowId::Pattern);
@@ -187,10 +192,6 @@ LoadStatus LoadTranslate(App& app, const std::string& path, bool showErrors) {
 
 LoadStatus LoadByType(App& app, std::string_view type, const std::string& path, bool showErrors) {
     if (type == "ZXT") return LoadTranslate(app, path, showErrors);
-    if (type == "CSV") {
-        app.Host.Message("This version does not read CSV files.", "File not loaded");
-        return LoadStatus::Failed;
-    }
     return ReadDataFile(app.State, app.Host, path, std::string(type), !showErrors, HooksFor(app));
 }
 
@@ -236,6 +237,7 @@ LoadStatus LoadFile(App& app, std::string_view type, const std::string& name, bo
         if (!wanted) return LoadStatus::Loaded;
     }
     const LoadStatus status = LoadByType(app, type, path, showErrors);
+    DecodeSPI(app.State);
     RedrawIfOpen(app, WindowId::Spi);
     if (showErrors) app.Shell.UpdateBars();
     return status;

@@ -1,4 +1,5 @@
 // Load and save by type, the file dialogs, the quick slots, and the order in which a load touches the state.
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <unistd.h>
 #include <vector>
@@ -232,8 +233,40 @@ TEST(LoadFile, RemarksOnAMissingTranslateTable) {
 
 TEST(LoadFile, SaysThatCsvIsNotRead) {
     const auto bench = Running();
-    EXPECT_EQ(LoadFile(bench->App, "CSV", bench->Folder.Write("a.csv", "1,2"), true), LoadStatus::Failed);
+    LoadFile(bench->App, "CSV", bench->Folder.Write("a.csv", "1,2"), true);
     EXPECT_EQ(bench->Texts(), Strings{"File not loaded|This version does not read CSV files."});
+}
+
+TEST(LoadFile, TellsOfAMissingCsvFileOnce) {
+    const auto bench = Running();
+    EXPECT_EQ(LoadFile(bench->App, "CSV", bench->Folder.File("none.csv"), true), LoadStatus::Failed);
+    EXPECT_EQ(bench->Texts(), Strings{"File Error(9):|File could not be opened"});
+    EXPECT_EQ(LoadFile(bench->App, "CSV", bench->Folder.File("none.csv"), false), LoadStatus::FailedSilently);
+}
+
+TEST(LoadFile, DecodesTheSpiGroupsOfTheFile) {
+    ZU_NEEDS_CAPTURES();
+    const std::string name = test::CapturePath("spi_flash_read64.zu").string();
+    Bench bench;
+    bench.State->Command.DocumentFile = name;
+    InitDefaults(bench.App);
+    LoadFile(bench.App, "ZU", name, true);
+    EXPECT_GT(bench.State->Serial.SpiLast, 0);
+    EXPECT_EQ(bench.State->Serial.SpiSI[0][static_cast<std::size_t>(bench.State->Serial.SpiFirst)] & 0x100,
+              0x100);
+}
+
+TEST(LoadFile, DecodesTheSerialGroupOfAnOpenWindow) {
+    ZU_NEEDS_CAPTURES();
+    const std::string name = test::CapturePath("i2c_eeprom_page_write.zu").string();
+    Bench bench;
+    bench.State->Command.DocumentFile = name;
+    InitDefaults(bench.App);
+    LoadFile(bench.App, "ZU", name, true);
+    ASSERT_EQ(bench.State->Serial.SerialMode, 1);
+    ASSERT_EQ(bench.State->Windows.SerialStat, 1);
+    const auto& events = bench.State->Serial.SerialEvents;
+    EXPECT_GT(std::count_if(events.begin(), events.end(), [](std::uint8_t code) { return code != 0; }), 0);
 }
 
 class LoadCapture : public testing::TestWithParam<const char*> {};

@@ -436,6 +436,12 @@ TEST(StartFile, OfTheSwitchReplacesTheDefaultOne) {
     EXPECT_EQ(program.State->Files.ExportG, 0);
 }
 
+TEST(StartFile, OfTheCsvSwitchThatIsMissingIsToldInTheSameWay) {
+    Program program({"-Cnone.csv"});
+    program.Run();
+    EXPECT_EQ(program.Texts(), Strings{"Error: File did not load|" + program.Folder.File("NONE.CSV")});
+}
+
 TEST(StartFile, AnyArgumentThatBeginsWithLIsOne) {
     Program program({"-LAYOUT"});
     program.Run();
