@@ -102,6 +102,45 @@ BENCHMARK(BM_PaintFull)
     ->ArgsProduct({{524288, 2097152}, {-4000, -400}, {kIdle, kSlow, kBusy}})
     ->Unit(benchmark::kMicrosecond);
 
+/// 40 group lines of eight channels. Arguments: style, mode, zoom, signal.
+void BM_PaintGroups(benchmark::State& run) {
+    const auto state = Filled(2097152, static_cast<Signal>(run.range(3)));
+    for (std::size_t line = 0; line < kLines; ++line) {
+        state->Timing.LineSource[line] = 160 + static_cast<std::int32_t>(line % 20);
+        state->Timing.LineStyle[line] = static_cast<std::uint8_t>(run.range(0));
+        state->Timing.LineMode[line] = static_cast<std::int8_t>(run.range(1));
+    }
+    state->Timing.ScreenZoom = static_cast<std::int32_t>(run.range(2));
+    NullCanvas canvas;
+    const auto scratch = std::make_unique<PaintScratch>();
+    for (auto _ : run) PaintTiming(*state, {kWidth, 36 + kLines * 261}, canvas, *scratch);
+}
+BENCHMARK(BM_PaintGroups)
+    ->ArgsProduct({{0, 1, 2, 3, 4}, {0}, {-4000, 1, 10}, {kSlow, kBusy}})
+    ->ArgsProduct({{7, 11}, {0, 1, 2}, {-4000, 1, 10}, {kSlow, kBusy}})
+    ->Unit(benchmark::kMicrosecond);
+
+/// Curves of groups over two pods in order, and of groups whose bits are mixed.
+void BM_PaintCurves(benchmark::State& run) {
+    const auto state = Filled(2097152, kSlow);
+    for (std::size_t g = 0; g < 20; ++g) {
+        GroupRecord& group = state->Groups[g];
+        group.Size = 16;
+        for (std::int32_t i = 0; i < 16; ++i) {
+            const auto bit = static_cast<std::int32_t>(run.range(0) == 0 ? i : (i * 7) % 16);
+            group.Channels[static_cast<std::size_t>(i)] = static_cast<std::int32_t>(8 * (g % 19)) + bit;
+        }
+        state->Timing.LineSource[g] = 160 + static_cast<std::int32_t>(g);
+        state->Timing.LineStyle[g] = 7;
+    }
+    state->Timing.TimingLines = 20;
+    state->Timing.ScreenZoom = -4000;
+    NullCanvas canvas;
+    const auto scratch = std::make_unique<PaintScratch>();
+    for (auto _ : run) PaintTiming(*state, {kWidth, kHeight}, canvas, *scratch);
+}
+BENCHMARK(BM_PaintCurves)->Arg(0)->Arg(1)->Unit(benchmark::kMicrosecond);
+
 /// All eight columns measure the whole buffer; nothing is kept from frame to frame.
 void BM_MeasureAllColumns(benchmark::State& run) {
     const auto state = Filled(2097152, static_cast<Signal>(run.range(0)));

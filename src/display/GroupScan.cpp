@@ -9,18 +9,9 @@
 namespace zu {
 namespace {
 
+using WordExtent = GroupScan::WordExtent;
 constexpr std::int64_t kBlock = 16;
-
-/// Least and greatest of the words [from, to) of bytes that are words themselves.
-struct WordExtent {
-    std::uint32_t Least = std::numeric_limits<std::uint32_t>::max();
-    std::uint32_t Most = 0;
-
-    void Take(std::uint32_t word) {
-        Least = std::min(Least, word);
-        Most = std::max(Most, word);
-    }
-};
+constexpr std::int64_t kChunk = 256;  // samples that are looked at as one where nothing moves
 
 #if defined(__SSE2__)
 
@@ -43,10 +34,18 @@ std::int64_t ByteExtent(WordExtent& extent, const GroupPart& part, std::uint32_t
     const __m128i flip = _mm_set1_epi8(static_cast<char>(bias));
     __m128i least = _mm_set1_epi8(-1);
     __m128i most = _mm_setzero_si128();
+    const auto words = [&](std::int64_t at) {
+        return _mm_xor_si128(_mm_and_si128(Load(part.Run.Data + at), mask), flip);
+    };
+    for (; to - from >= 2 * kBlock; from += 2 * kBlock) {
+        const __m128i a = words(from);
+        const __m128i b = words(from + kBlock);
+        least = _mm_min_epu8(least, _mm_min_epu8(a, b));
+        most = _mm_max_epu8(most, _mm_max_epu8(a, b));
+    }
     for (; to - from >= kBlock; from += kBlock) {
-        const __m128i words = _mm_xor_si128(_mm_and_si128(Load(part.Run.Data + from), mask), flip);
-        least = _mm_min_epu8(least, words);
-        most = _mm_max_epu8(most, words);
+        least = _mm_min_epu8(least, words(from));
+        most = _mm_max_epu8(most, words(from));
     }
     TakeLanes<std::uint8_t>(extent, least, 0);
     TakeLanes<std::uint8_t>(extent, most, 0);
@@ -125,8 +124,10 @@ GroupScan::GroupScan(const InstrumentState& state, const GroupRecord& group) {
     bits_ = std::min(size, kGroupValueBits);
     if (group.TwosComplement != 0 && bits_ > 0) bias_ = 1U << static_cast<unsigned>(bits_ - 1);
     length_ = stored_ = size > 0 ? INT32_MAX : 0;
-    for (std::int32_t bit = 0; bit < size; ++bit)
+    for (std::int32_t bit = 0; bit < size; ++bit) {
         Add(state, group.Channels[static_cast<std::size_t>(bit)], bit);
+    }
+    order_ = OrderOfParts();
 }
 
 void GroupScan::Add(const InstrumentState& state, std::int32_t channel, std::int32_t bit) {
@@ -189,13 +190,25 @@ GroupScan::Order GroupScan::OrderOfParts() const {
     return two ? Order::TwoBytes : Order::Mixed;
 }
 
+void GroupScan::TakeMixed(WordExtent& extent, std::int64_t from, std::int64_t to) const {
+    const bool quiet = std::all_of(parts_.begin(), parts_.end(), [&](const GroupPart& part) {
+        return (part.Run.Changes(from, to, part.Run.At(from, 0xFF)) & part.Mask) == 0;
+    });
+    if (quiet) to = from + 1;
+    for (; from < to; ++from) extent.Take(WordAt(from) ^ bias_);
+}
+
 GroupScan::Extent GroupScan::ExtentOf(std::int64_t from, std::int64_t to) const {
     WordExtent extent;
     const std::int64_t real = std::min(stored_, to);
     if (from < real && order_ == Order::OneByte) from = ByteExtent(extent, parts_[0], bias_, from, real);
-    if (from < real && order_ == Order::TwoBytes)
+    if (from < real && order_ == Order::TwoBytes) {
         from = PairExtent(extent, parts_[0], parts_[1], bias_, from, real);
-    for (; from < std::min(any_, to); ++from) extent.Take(WordAt(from) ^ bias_);
+    }
+    for (std::int64_t next = from; from < std::min(any_, to); from = next) {
+        next = std::min({from + kChunk, any_, to});
+        TakeMixed(extent, from, next);
+    }
     if (to > any_) extent.Take(bias_);
     return {Number(extent.Least), Number(extent.Most)};
 }

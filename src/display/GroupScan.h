@@ -35,6 +35,16 @@ class GroupScan {
     /// Least and greatest number in [from, to), which is not empty.
     [[nodiscard]] Extent ExtentOf(std::int64_t from, std::int64_t to) const;
 
+    /// Least and greatest of words that order as the numbers do.
+    struct WordExtent {
+        std::uint32_t Least = UINT32_MAX;
+        std::uint32_t Most = 0;
+        void Take(std::uint32_t word) {
+            Least = word < Least ? word : Least;
+            Most = word > Most ? word : Most;
+        }
+    };
+
   private:
     void Add(const InstrumentState& state, std::int32_t channel, std::int32_t bit);
     [[nodiscard]] std::uint32_t WordAt(std::int64_t i) const;
@@ -43,6 +53,7 @@ class GroupScan {
     /// Groups whose bits stand in the pods as in the number: their words need no table.
     enum class Order : std::uint8_t { Mixed, OneByte, TwoBytes };
     [[nodiscard]] Order OrderOfParts() const;
+    void TakeMixed(WordExtent& extent, std::int64_t from, std::int64_t to) const;
 
     std::vector<GroupPart> parts_;
     std::int64_t length_ = 0;

@@ -46,7 +46,7 @@ std::string AsciiText(const GroupRecord& group, const GroupValue& value) {
 
 std::string DecimalText(const GroupRecord& group, const GroupValue& value) {
     std::array<char, 96> text{};
-    std::snprintf(text.data(), text.size(), "%.*" PRId64, CeilDiv(GroupSize(group), 3),
+    std::snprintf(text.data(), text.size(), "%.*" PRId64, std::clamp(CeilDiv(GroupSize(group), 3), 0, 64),
                   GroupNumber(group, value));
     return text.data();
 }

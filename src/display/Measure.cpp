@@ -1,6 +1,9 @@
 #include "display/Measure.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
+#include <cstdio>
 #include <functional>
 
 #include "display/ByteScan.h"
@@ -18,78 +21,167 @@ std::uint8_t MaskOf(int channel) {
     return static_cast<std::uint8_t>(1U << (static_cast<unsigned>(channel) % 8));
 }
 
-/// Takes the edges of one channel in their order and sums up phases and periods.
-class EdgeSums {
-  public:
-    explicit EdgeSums(std::int64_t end) : end_(end) {
-        sums_.FirstEdge = sums_.LastEdge = end;
-        sums_.MinPeriod = end;
+/// Ors of x shifted by 1 to n.
+std::uint64_t Smear(std::uint64_t x, std::int64_t n) {
+    if (n < 1) return 0;
+    std::uint64_t smeared = x << 1;
+    for (std::int64_t have = 1; have < n;) {
+        const std::int64_t step = std::min(have, n - have);
+        smeared |= smeared << step;
+        have += step;
     }
+    return smeared;
+}
 
-    void Take(std::int64_t at, bool rose) {
-        if (edges_++ == 0) {
-            sums_.FirstEdge = sums_.LastEdge = at;
-        } else {
-            Phase(at - last_, rose);
-            if (edges_ % 2 == 1) Pair(at - last_, at, rose);
-        }
-        half_ = at - last_;
-        last_ = at;
+/// Whether x has n ones in a row.
+bool HasRun(std::uint64_t x, std::int64_t n) {
+    if (n > kBlock) return false;
+    for (std::int64_t have = 1; have < n && x != 0;) {
+        const std::int64_t step = std::min(have, n - have);
+        x &= x >> step;
+        have += step;
     }
-    [[nodiscard]] ChannelMeasure Done() {
-        if (sums_.Count > 0) {
-            sums_.Period = static_cast<double>((sums_.LastEdge - sums_.FirstEdge) / sums_.Count);
-        }
-        return sums_;
+    return x != 0;
+}
+
+/// Sums up the phases of one channel from its edges, 64 samples at a time. A busy line costs little more than
+/// a quiet one: single edges are looked at only where a phase may be the shortest or longest so far.
+class PhaseSums {
+  public:
+    /// Levels of the samples [at, at + count); bit i of `edges` is set where sample at + i differs from the
+    /// one before it.
+    void Take(std::int64_t at, std::uint64_t levels, std::uint64_t edges) {
+        if (edges != 0) TakeEdges(at, levels, edges);
+        ones_ += std::popcount(levels);
     }
+    [[nodiscard]] ChannelMeasure Done(std::int64_t end) const;
 
   private:
-    void Phase(std::int64_t width, bool wasLow) {
-        ChannelMeasure::Widths& widths = wasLow ? sums_.Low : sums_.High;
-        widths.Sum += width;
-        ++widths.Count;
-        if (widths.Minimum == 0 || width < widths.Minimum) widths.Minimum = width;
-        widths.Maximum = std::max(widths.Maximum, width);
-    }
-    /// The phase that ends at `at` completes the one before it to a period.
-    void Pair(std::int64_t width, std::int64_t at, bool wasLow) {
-        ++sums_.Count;
-        ++sums_.Rising;
-        ++sums_.Falling;
-        sums_.LastEdge = at;
-        (wasLow ? sums_.DutyLow : sums_.DutyHigh) += width;
-        (wasLow ? sums_.DutyHigh : sums_.DutyLow) += half_;
-        sums_.MinPeriod = std::min(sums_.MinPeriod, half_ + width);
-        sums_.MaxPeriod = std::max(sums_.MaxPeriod, half_ + width);
-    }
+    void TakeEdges(std::int64_t at, std::uint64_t levels, std::uint64_t edges);
+    void TakePhases(std::int64_t at, std::uint64_t levels, std::uint64_t edges);
+    void TakePhase(std::int64_t width, bool one);
+    [[nodiscard]] bool MayBreakRecords(std::uint64_t levels, std::uint64_t edges) const;
+    [[nodiscard]] ChannelMeasure::Widths WidthsOf(bool one, std::int64_t sum) const;
 
-    ChannelMeasure sums_;
-    std::int64_t end_ = 0;
+    std::int64_t edges_ = 0;
+    std::int64_t first_ = 0;  ///< first edge, last edge and the one before it
     std::int64_t last_ = 0;
-    std::int64_t half_ = 0;
-    std::uint64_t edges_ = 0;
+    std::int64_t before_ = 0;
+    bool firstOne_ = false;  ///< level after the first edge
+    std::int64_t ones_ = 0;  ///< samples at 1 up to here, to the first edge and to the last one
+    std::int64_t onesAtFirst_ = 0;
+    std::int64_t onesAtLast_ = 0;
+    std::int64_t least_[2] = {};  ///< by level; 0 = unset
+    std::int64_t most_[2] = {};
 };
 
-/// Walks the edges of [from, to): 64 levels at a time, so that a busy line costs little more than a quiet
-/// one.
+void PhaseSums::TakePhase(std::int64_t width, bool one) {
+    const std::size_t level = one ? 1 : 0;
+    if (least_[level] == 0 || width < least_[level]) least_[level] = width;
+    if (width > most_[level]) most_[level] = width;
+}
+
+void PhaseSums::TakePhases(std::int64_t at, std::uint64_t levels, std::uint64_t edges) {
+    std::int64_t last = at + std::countr_zero(edges);
+    for (edges &= edges - 1; edges != 0; edges &= edges - 1) {
+        const int bit = std::countr_zero(edges);
+        TakePhase(at + bit - last, (levels >> bit & 1) == 0);
+        last = at + bit;
+    }
+}
+
+bool PhaseSums::MayBreakRecords(std::uint64_t levels, std::uint64_t edges) const {
+    constexpr int kFewEdges = 4;  // cheaper to look at than to rule out
+    if (least_[0] == 0 || least_[1] == 0 || std::popcount(edges) <= kFewEdges) return true;
+    const std::uint64_t rising = edges & levels;
+    const std::uint64_t falling = edges & ~levels;
+    if ((Smear(rising, least_[1] - 1) & falling) != 0 || (Smear(falling, least_[0] - 1) & rising) != 0)
+        return true;
+    return HasRun(levels, most_[1] + 1) || HasRun(~levels, most_[0] + 1);
+}
+
+void PhaseSums::TakeEdges(std::int64_t at, std::uint64_t levels, std::uint64_t edges) {
+    const int lowest = std::countr_zero(edges);
+    const int highest = kBlock - 1 - std::countl_zero(edges);
+    const auto onesBelow = [&](int bit) {
+        return ones_ + std::popcount(levels & ((std::uint64_t{1} << bit) - 1));
+    };
+    if (edges_ == 0) {
+        first_ = at + lowest;
+        firstOne_ = (levels >> lowest & 1) != 0;
+        onesAtFirst_ = onesBelow(lowest);
+    } else {
+        TakePhase(at + lowest - last_, (levels >> lowest & 1) == 0);
+    }
+    if (lowest != highest && MayBreakRecords(levels, edges)) TakePhases(at, levels, edges);
+    const std::uint64_t rest = edges & ~(std::uint64_t{1} << highest);
+    before_ = rest == 0 ? last_ : at + kBlock - 1 - std::countl_zero(rest);
+    last_ = at + highest;
+    onesAtLast_ = onesBelow(highest);
+    edges_ += std::popcount(edges);
+}
+
+ChannelMeasure::Widths PhaseSums::WidthsOf(bool one, std::int64_t sum) const {
+    const std::int64_t phases = edges_ - 1;
+    const std::size_t level = one ? 1 : 0;
+    return {sum, one == firstOne_ ? (phases + 1) / 2 : phases / 2, least_[level], most_[level]};
+}
+
+ChannelMeasure PhaseSums::Done(std::int64_t end) const {
+    ChannelMeasure sums;
+    sums.FirstEdge = sums.LastEdge = end;
+    if (edges_ == 0) return sums;
+    const std::int64_t high = onesAtLast_ - onesAtFirst_;
+    const std::int64_t low = last_ - first_ - high;
+    sums.High = WidthsOf(true, high);
+    sums.Low = WidthsOf(false, low);
+    sums.Count = static_cast<std::int32_t>((edges_ - 1) / 2);
+    // A last phase without its partner is no part of a period.
+    const bool odd = (edges_ - 1) % 2 != 0;
+    const std::int64_t spare = odd ? last_ - before_ : 0;
+    sums.FirstEdge = first_;
+    sums.LastEdge = last_ - spare;
+    sums.DutyHigh = high - (firstOne_ ? spare : 0);
+    sums.DutyLow = low - (firstOne_ ? 0 : spare);
+    if (sums.Count > 0) sums.Period = static_cast<double>((sums.LastEdge - sums.FirstEdge) / sums.Count);
+    return sums;
+}
+
+/// Calls take(at, levels, edges) for all of [from, to), 64 samples at a time.
 template <typename Take>
-void WalkEdges(const std::uint8_t* data, std::uint8_t mask, std::int64_t from, std::int64_t to, Take&& take) {
-    std::uint64_t carry = (data[from] & mask) != 0 ? 1 : 0;
+void WalkLevels(const std::uint8_t* data, std::uint8_t mask, std::int64_t from, std::int64_t to,
+                Take&& take) {
+    std::uint64_t before = (data[from] & mask) != 0 ? 1 : 0;
     std::int64_t at = from;
     for (; to - at >= kBlock; at += kBlock) {
         const std::uint64_t levels = scan::WideLevels(data + at, mask);
-        for (std::uint64_t edges = levels ^ (levels << 1 | carry); edges != 0; edges &= edges - 1) {
-            const int bit = std::countr_zero(edges);
-            take(at + bit, (levels >> bit & 1) != 0);
-        }
-        carry = levels >> (kBlock - 1);
+        take(at, levels, levels ^ (levels << 1 | before));
+        before = levels >> (kBlock - 1);
     }
-    for (; at < to; ++at) {
-        const std::uint64_t level = (data[at] & mask) != 0 ? 1 : 0;
-        if (level != carry) take(at, level != 0);
-        carry = level;
-    }
+    std::uint64_t levels = 0;
+    for (std::int64_t i = at; i < to; ++i) levels |= std::uint64_t{(data[i] & mask) != 0} << (i - at);
+    const std::uint64_t real = (std::uint64_t{1} << (to - at)) - 1;
+    take(at, levels, (levels ^ (levels << 1 | before)) & real);
 }
+
+/// Shortest and longest of the periods that a duty is taken over.
+class PeriodExtent {
+  public:
+    PulseWidths Sums;
+
+    void Take(std::int64_t at) {
+        ++edges_;
+        if (edges_ == 1) start_ = at;
+        if (edges_ == 1 || edges_ % 2 == 0) return;
+        Sums.Shortest = std::min(Sums.Shortest, at - start_);
+        Sums.Longest = std::max(Sums.Longest, at - start_);
+        start_ = at;
+    }
+
+  private:
+    std::int64_t edges_ = 0;
+    std::int64_t start_ = 0;
+};
 
 }  // namespace
 
@@ -115,12 +207,43 @@ Edge FindEdgeBack(const SampleView& view, std::uint8_t mask, std::int64_t from, 
 
 ChannelMeasure MeasureChannel(const SampleView& view, std::uint8_t mask, const SampleRange& range) {
     const std::int64_t end = std::min<std::int64_t>(range.Last, view.Stored);
-    EdgeSums sums(end);
+    PhaseSums sums;
     if (range.First >= 0 && range.First < end) {
-        WalkEdges(view.Data, mask, range.First, end,
-                  [&](std::int64_t at, bool rose) { sums.Take(at, rose); });
+        WalkLevels(view.Data, mask, range.First, end,
+                   [&](std::int64_t at, std::uint64_t levels, std::uint64_t edges) {
+                       sums.Take(at, levels, edges);
+                   });
     }
-    return sums.Done();
+    return sums.Done(end);
+}
+
+PulseWidths MeasurePulses(const SampleView& view, std::uint8_t mask, const SampleRange& range) {
+    const std::int64_t end = std::min<std::int64_t>({range.Last, view.Stored, view.Shown});
+    const ChannelMeasure measure = MeasureChannel(view, mask, {range.First, end});
+    PeriodExtent periods;
+    periods.Sums = {measure.DutyLow, measure.DutyHigh, measure.Count, measure.Count, end, 0};
+    if (range.First >= 0 && range.First < end) {
+        WalkLevels(view.Data, mask, range.First, end,
+                   [&](std::int64_t at, std::uint64_t, std::uint64_t edges) {
+                       for (; edges != 0; edges &= edges - 1) periods.Take(at + std::countr_zero(edges));
+                   });
+    }
+    return periods.Sums;
+}
+
+std::optional<PulseMessage> PulseWidthMessage(const InstrumentState& state) {
+    constexpr int kChannel = 0;
+    const PulseWidths widths = MeasurePulses(BindChannel(state, kChannel), 1, RangeBounds(state, 0, 0));
+    if (widths.CountLow + widths.CountHigh < 1) return std::nullopt;
+    std::array<char, 256> text{};
+    std::snprintf(
+        text.data(), text.size(),
+        "ch(%d) avg pulse width(0)=%f avg pulse width(1)=%f Count(0)=%ld,Count(1)=%ld, Short=%d,Long=%d",
+        kChannel, static_cast<double>(widths.Low / widths.CountLow),
+        static_cast<double>(widths.High / widths.CountHigh), static_cast<long>(widths.CountLow),
+        static_cast<long>(widths.CountHigh), static_cast<int>(widths.Shortest),
+        static_cast<int>(widths.Longest));
+    return PulseMessage{text.data(), "avg"};
 }
 
 std::size_t MeasureCache::Hash::operator()(const Key& key) const {

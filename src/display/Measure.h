@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 
 #include "display/Columns.h"
@@ -32,10 +34,6 @@ struct ChannelMeasure {
     // Duty, over completed pairs of phases.
     std::int64_t DutyLow = 0;
     std::int64_t DutyHigh = 0;
-    std::int64_t Rising = 0;
-    std::int64_t Falling = 0;
-    std::int64_t MinPeriod = 0;
-    std::int64_t MaxPeriod = 0;
     // Widths of the phases, by level.
     struct Widths {
         std::int64_t Sum = 0;
@@ -48,6 +46,24 @@ struct ChannelMeasure {
 };
 /// The three edge passes over one range, taken in one walk.
 ChannelMeasure MeasureChannel(const SampleView& view, std::uint8_t mask, const SampleRange& range);
+
+/// What the Pulse width command tells of a channel: completed pairs of phases.
+struct PulseWidths {
+    std::int64_t Low = 0;  ///< sums of the phases
+    std::int64_t High = 0;
+    std::int64_t CountLow = 0;
+    std::int64_t CountHigh = 0;
+    std::int64_t Shortest = 0;  ///< period; the range's end when there is none
+    std::int64_t Longest = 0;
+};
+PulseWidths MeasurePulses(const SampleView& view, std::uint8_t mask, const SampleRange& range);
+
+/// Message of the Pulse width command: channel 0 over the range of column 0. Nothing is shown without pulses.
+struct PulseMessage {
+    std::string Text;
+    std::string_view Title;
+};
+std::optional<PulseMessage> PulseWidthMessage(const InstrumentState& state);
 
 /// Measurements kept from paint to paint, by channel, range and alignment.
 class MeasureCache {
