@@ -153,7 +153,7 @@ bool IniText::HasSection(std::string_view section) const {
     return SectionIndex(section).has_value();
 }
 
-std::optional<std::string_view> IniText::Find(std::string_view section, std::string_view key) const {
+std::optional<std::string_view> IniText::Find(std::string_view section, std::string_view key) const& {
     const std::optional<std::uint32_t> index = SectionIndex(section);
     if (!index) return std::nullopt;
     key = Trimmed(key);
@@ -214,7 +214,7 @@ std::optional<std::size_t> IniFile::LineOf(const Range& lines, std::string_view 
     return std::nullopt;
 }
 
-std::optional<std::string_view> IniFile::Find(std::string_view section, std::string_view key) const {
+std::optional<std::string_view> IniFile::Find(std::string_view section, std::string_view key) const& {
     const auto line = LineOf(LinesOf(section), key);
     if (!line) return std::nullopt;
     const std::string_view text = lines_[*line];

@@ -25,7 +25,8 @@ class IniText {
 
     [[nodiscard]] bool HasSection(std::string_view section) const;
     /// The value, which may be empty; nothing if the key is absent. Valid as long as this object.
-    [[nodiscard]] std::optional<std::string_view> Find(std::string_view section, std::string_view key) const;
+    [[nodiscard]] std::optional<std::string_view> Find(std::string_view section, std::string_view key) const&;
+    std::optional<std::string_view> Find(std::string_view section, std::string_view key) const&& = delete;
     /// The value's decimal number, 0 for a text without digits.
     [[nodiscard]] std::optional<std::int64_t> Number(std::string_view section, std::string_view key) const;
     /// The value's number cut to 32 bits; a key that holds -1 counts as absent.
@@ -65,7 +66,8 @@ class IniFile {
     /// Reads a file; a file that cannot be read is empty.
     static IniFile Load(const std::string& path);
 
-    [[nodiscard]] std::optional<std::string_view> Find(std::string_view section, std::string_view key) const;
+    [[nodiscard]] std::optional<std::string_view> Find(std::string_view section, std::string_view key) const&;
+    std::optional<std::string_view> Find(std::string_view section, std::string_view key) const&& = delete;
     /// The value's decimal number cut to 32 bits; `absent` without the key.
     [[nodiscard]] std::int32_t Number(std::string_view section, std::string_view key,
                                       std::int32_t absent) const;

@@ -6,6 +6,7 @@
 namespace zu {
 namespace {
 
+using namespace std::string_literals;
 using test::TempFolder;
 using test::WriteBytes;
 
@@ -25,10 +26,9 @@ TEST(IniText, FindsKeysBySectionWithoutRegardToCaseAndBlanks) {
 }
 
 TEST(IniText, KeepsEveryByteOfAValue) {
-    const std::string text(
+    const std::string text =
         "[s]\na= two blanks  \nb=\"quoted\"\nc='x'\nd=1=2;3\ne=\ttab\nf=a\0b\x1A"
-        "c\ng=\xE4\n",
-        75);
+        "c\ng=\xE4\n"s;
     const IniText ini = IniText::Parse(text);
     EXPECT_EQ(Value(ini, "s", "a"), " two blanks  ");
     EXPECT_EQ(Value(ini, "s", "b"), "\"quoted\"");
@@ -94,9 +94,13 @@ TEST(IniText, ReadsNumbersAndTakesAStoredMinusOneFor32BitsAsAbsent) {
 }
 
 TEST(IniText, OfNothingIsEmpty) {
-    EXPECT_EQ(IniText().Find("a", "b"), std::nullopt);
-    EXPECT_EQ(IniText::Parse("").Find("a", "b"), std::nullopt);
-    EXPECT_EQ(IniText::Parse("\0\0\0").Find("a", "b"), std::nullopt);
+    for (const std::string& text : {""s, "\0\0\0"s, "\n\r\n"s}) {
+        const IniText ini = IniText::Parse(text);
+        EXPECT_EQ(ini.Find("a", "b"), std::nullopt);
+        EXPECT_FALSE(ini.HasSection(""));
+    }
+    const IniText none;
+    EXPECT_EQ(none.Find("a", "b"), std::nullopt);
 }
 
 TEST(IniText, StaysValidWhenItIsMoved) {

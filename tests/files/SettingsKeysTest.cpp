@@ -42,7 +42,8 @@ TEST(SettingsKeys, AreWrittenFromTheirFields) {
         for (const keys::NumberKey& key : section.Keys) {
             const auto state = test::StartState(16);
             key.Set(*state, 17);
-            const auto value = Written(*state).Find(section.Name, key.Name);
+            const IniText ini = Written(*state);
+            const auto value = ini.Find(section.Name, key.Name);
             if (key.Use == keys::Use::Read) {
                 EXPECT_FALSE(value) << section.Name << " " << key.Name;
             } else {
