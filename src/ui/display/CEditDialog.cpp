@@ -1,19 +1,9 @@
 #include "ui/display/CEditDialog.h"
 
 #include "core/Capture.h"
-#include "serial/I2cDecoder.h"
-#include "serial/MicrowireDecoder.h"
 #include "serial/SpiDecoder.h"
 
 namespace zu {
-namespace {
-
-void DecodeSerialGroup(InstrumentState& state) {
-    if (state.Serial.SerialMode == kGroupModeI2C) DecodeI2C(state);
-    if (state.Serial.SerialMode == kGroupModeMicrowire) DecodeMicrowire(state);
-}
-
-}  // namespace
 
 void FinishEdit(App& app, const EditResult& result) {
     if (result.DecodeSpi) DecodeSPI(app.State);
