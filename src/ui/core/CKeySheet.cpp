@@ -42,6 +42,16 @@ constexpr std::array kTimingMouse{
     ViewKey{"Right click", "Display options; on a cursor its menu"},
 };
 
+constexpr std::array kDialogKeys{
+    ViewKey{"Enter, Ins in the channel list", "Group setup: append and go on to the next channel; insert"},
+    ViewKey{"Del, Ctrl+Up, Ctrl+Down in the group list", "Group setup: take channels out, move them"},
+    ViewKey{"Enter, Ins in the list of channels", "Timing setup: append lines, insert lines"},
+    ViewKey{"Enter in the list of groups or styles", "Timing setup: insert groups, set the style"},
+    ViewKey{"Del, Ctrl+Up, Ctrl+Down in the display list", "Timing setup: take lines off, move them"},
+    ViewKey{"Up, Down, Page Up, Page Down in a name", "Channel names: the next name, the next pod"},
+    ViewKey{"+, -", "Display options: zoom in and out"},
+};
+
 template <std::size_t Count>
 KeyChapter Chapter(const char* title, const std::array<ViewKey, Count>& rows) {
     KeyChapter chapter{QString::fromLatin1(title), {}};
@@ -77,7 +87,7 @@ QString ToHtml(const QList<KeyChapter>& chapters) {
 
 QList<KeyChapter> KeySheet() {
     return {CommandKeys(), Chapter("Timing window: keys", kTimingKeys),
-            Chapter("Timing window: mouse", kTimingMouse)};
+            Chapter("Timing window: mouse", kTimingMouse), Chapter("Dialogs", kDialogKeys)};
 }
 
 CKeySheet::CKeySheet(QWidget* parent) : QDialog(parent) {
