@@ -11,6 +11,7 @@
 #include <QLineEdit>
 #include <QVBoxLayout>
 
+#include "core/Capture.h"
 #include "ui/QtText.h"
 #include "ui/display/CColorButton.h"
 #include "ui/display/CTraceExample.h"
@@ -31,9 +32,9 @@ CChannelDlg::CChannelDlg(App& app, ColorChooser& colors, int channel, QWidget* p
     layout->addLayout(MakeRows());
     layout->addStretch();
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-    buttons->addButton(MakeButton("&Reset", "Reset", "Default names for all channels, no inversion",
-                                  [this] { Finish(edit_.Reset()); }),
-                       QDialogButtonBox::ResetRole);
+    buttons->addButton(
+        MakeButton("&Reset", "Reset", "Default names for all channels, no inversion", [this] { Reset(); }),
+        QDialogButtonBox::ResetRole);
     connect(buttons, &QDialogButtonBox::accepted, this, &CChannelDlg::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     layout->addWidget(buttons);
@@ -96,10 +97,20 @@ void CChannelDlg::MakeRow(QGridLayout& grid, int row) {
     grid.addWidget(fields.Trace, row + 1, kTrace);
     connect(fields.Name, &QLineEdit::textEdited, this,
             [this, row](const QString& text) { edit_.SetName(ChannelOf(row), ToState(text)); });
-    connect(fields.Invert, &QCheckBox::clicked, this,
-            [this, row] { Finish(ToggleChannelInvert(app_.State, ChannelOf(row))); });
+    connect(fields.Invert, &QCheckBox::clicked, this, [this, row] { Invert(ChannelOf(row)); });
     connect(fields.Color, &CColorButton::chosen, this,
             [this, row](Rgb color) { Finish(SetChannelColor(app_.State, ChannelOf(row), color)); });
+}
+
+// A running capture is armed again, so that the trigger words are compiled with the new inversion.
+void CChannelDlg::Reset() {
+    const CapturePause pause(app_);
+    Finish(edit_.Reset());
+}
+
+void CChannelDlg::Invert(int channel) {
+    const CapturePause pause(app_);
+    Finish(ToggleChannelInvert(app_.State, channel));
 }
 
 void CChannelDlg::ShowPage(int page) {

@@ -46,6 +46,8 @@ class CChannelDlg final : public CEditDialog {
     void StepName(int row, int step);
     [[nodiscard]] int ChannelOf(int row) const { return page_ * kChannelsPerPage + row; }
     [[nodiscard]] Row& At(int row) { return rows_[static_cast<std::size_t>(row)]; }
+    void Reset();
+    void Invert(int channel);
     void Reload() override;
 
     ChannelNameEdit edit_;

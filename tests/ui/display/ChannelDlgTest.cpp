@@ -3,6 +3,7 @@
 #include <QLineEdit>
 
 #include "DialogTest.h"
+#include "core/Capture.h"
 #include "ui/display/CChannelDlg.h"
 #include "ui/display/CColorButton.h"
 
@@ -115,6 +116,22 @@ TEST_F(ChannelDlg, InversionTakesEffectAtOnce) {
     EXPECT_EQ(bench.Shell.Count("redraw Timing"), 1);
     dialog.reject();
     EXPECT_EQ(State().Channels.ChannelInvert[2], 1) << "Cancel does not undo it";
+}
+
+TEST_F(ChannelDlg, InversionArmsARunningCaptureAgain) {
+    State().Identity.Emulated = 1;
+    Go(bench.App);
+    ASSERT_EQ(State().Capture.CaptureState, 1);
+    CChannelDlg dialog(bench.App, colors, 0);
+    Show(dialog);
+    bench.Forget();
+    Click(dialog, "Invert2");
+    EXPECT_EQ(State().Capture.CaptureState, 1);
+    EXPECT_EQ(bench.Host.TimerLog.size(), 2U) << "stopped and started once";
+    bench.Forget();
+    Click(dialog, "Reset");
+    EXPECT_EQ(State().Capture.CaptureState, 1);
+    EXPECT_EQ(bench.Host.TimerLog.size(), 2U);
 }
 
 TEST_F(ChannelDlg, AColorIsChosen) {
