@@ -181,7 +181,8 @@ class Reader {
         const std::string name = argument.substr(0, equals);
         if (name == "--help") return CommandLineEnd{0, UsageText(), false};
         if (name == "--version") return CommandLineEnd{0, VersionLine("zu"), false};
-        if (name != "--model" && name != "--simulate") return Misuse("unknown option " + argument);
+        const bool known = name == "--model" || name == "--simulate" || name == "--screenshot";
+        if (!known) return Misuse("unknown option " + argument);
         std::string value;
         if (equals != std::string::npos) {
             value = argument.substr(equals + 1);
@@ -189,7 +190,10 @@ class Reader {
             value = args_[next_++];
         }
         if (value.empty()) return Misuse("option " + name + " needs a value");
-        return name == "--model" ? TakeModel(value) : TakeSimulate(value);
+        if (name == "--model") return TakeModel(value);
+        if (name == "--simulate") return TakeSimulate(value);
+        options_.Screenshot = value;
+        return std::nullopt;
     }
 
     std::optional<CommandLineEnd> TakeModel(const std::string& value) {
@@ -229,6 +233,7 @@ std::string UsageText() {
            "  --simulate=MODEL[@CABLE]\n"
            "                     attach the simulated instrument behind a cable: isa, byte, epp, epp16,\n"
            "                     epp32 or usb\n"
+           "  --screenshot=FILE  write a picture of the window, without asking anything, and end\n"
            "  --help             print this text and end\n"
            "  --version          print the version and end\n"
            "\n"

@@ -22,8 +22,8 @@ constexpr std::array kNotOffered{
     CommandId::PodSetup,        CommandId::ThresholdVoltage, CommandId::PatternVoltage,
     CommandId::PatternEdit,     CommandId::HardwareAddress,  CommandId::StateListSetup,
     CommandId::Search,          CommandId::TranslateTable,   CommandId::WindowStateList,
-    CommandId::WindowSerial,    CommandId::WindowSpi,        CommandId::WindowCursor,
-    CommandId::WindowPattern,   CommandId::HelpContents,     CommandId::HelpKeys,
+    CommandId::WindowSerial,    CommandId::WindowSpi,        CommandId::WindowPattern,
+    CommandId::HelpContents,
 };
 
 /// A window's command and open flag.

@@ -22,6 +22,8 @@ class ScreenFonts {
     /// Draws Latin-1 text with its upper left corner at (x, y), device pixels.
     void Draw(QPainter& painter, FontId font, double x, double y, std::string_view text) const;
     [[nodiscard]] const Metrics& Layout() const { return metrics_; }
+    /// Whether the face could be made.
+    [[nodiscard]] bool IsUsable(FontId font) const { return FaceOf(font).Font.isValid(); }
     /// Height of the layout's cell, layout pixels.
     [[nodiscard]] std::int32_t Height(FontId font) const;
     [[nodiscard]] double Scale() const { return scale_; }

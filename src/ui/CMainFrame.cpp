@@ -44,7 +44,7 @@ CMainFrame::CMainFrame()
     setCentralWidget(area_);
     area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    area_->setBackground(palette().brush(QPalette::Dark));
+    FollowPalette();
     setAcceptDrops(true);
     setContextMenuPolicy(Qt::NoContextMenu);
 
@@ -155,6 +155,15 @@ void CMainFrame::resizeEvent(QResizeEvent* event) {
 void CMainFrame::closeEvent(QCloseEvent* event) {
     event->accept();
     emit closing();
+}
+
+void CMainFrame::FollowPalette() {
+    area_->setBackground(palette().brush(QPalette::Dark));
+}
+
+void CMainFrame::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) FollowPalette();
 }
 
 void CMainFrame::dragEnterEvent(QDragEnterEvent* event) {

@@ -57,6 +57,7 @@ class CMainFrame final : public QMainWindow {
     void moveEvent(QMoveEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
 
@@ -64,6 +65,7 @@ class CMainFrame final : public QMainWindow {
     QLineEdit* MakeBox(int width, const QString& name);
     QLabel* MakePane(const QString& name);
     [[nodiscard]] bool Reports() const;
+    void FollowPalette();
 
     QMdiArea* area_;
     QToolBar* toolbar_;

@@ -4,9 +4,14 @@
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
+#include <optional>
+#include <string_view>
+#include <unistd.h>
 
 #include <QApplication>
+#include <QTimer>
 
 #include "core/CommandLine.h"
 #include "core/Paths.h"
@@ -28,19 +33,48 @@ bool HasDisplay() {
     return false;
 }
 
+/// Without a display the toolkit's off-screen one stands in, made as large as an ordinary desk's. It reads
+/// its size from a file, which lives as long as this object.
+class OffscreenDesk {
+  public:
+    OffscreenDesk() : path_(std::filesystem::temp_directory_path() / "zu-screen-XXXXXX") {
+        const int file = mkstemp(path_.data());
+        if (file < 0) return;
+        constexpr std::string_view kScreen =
+            R"({"screens":[{"name":"desk","x":0,"y":0,"width":1480,"height":920,"dpr":1,)"
+            R"("logicalDpi":96,"logicalBaseDpi":96}]})";
+        const bool written = write(file, kScreen.data(), kScreen.size()) > 0;
+        close(file);
+        setenv("QT_QPA_PLATFORM", written ? ("offscreen:configfile=" + path_).c_str() : "offscreen", 1);
+    }
+    ~OffscreenDesk() { std::remove(path_.c_str()); }
+    OffscreenDesk(const OffscreenDesk&) = delete;
+    OffscreenDesk& operator=(const OffscreenDesk&) = delete;
+
+  private:
+    std::string path_;
+};
+
+bool IsOffscreen() {
+    const char* platform = std::getenv("QT_QPA_PLATFORM");
+    return platform != nullptr && std::string_view(platform) == "offscreen";
+}
+
 int PrintEnd(const CommandLineEnd& end) {
     std::fputs(end.Text.c_str(), end.OnError ? stderr : stdout);
     return end.ExitCode;
 }
 
-/// The toolkit gets arguments of its own: the program's switches are none of its business.
+/// The toolkit works on a copy of the arguments: it takes its own options out.
 struct ToolkitArguments {
-    explicit ToolkitArguments(std::string program) : Program(std::move(program)) {
-        Pointers = {Program.data(), nullptr};
+    explicit ToolkitArguments(const std::vector<std::string>& arguments)
+        : Texts(arguments), Count(static_cast<int>(arguments.size())) {
+        for (std::string& text : Texts) Pointers.push_back(text.data());
+        Pointers.push_back(nullptr);
     }
-    std::string Program;
-    int Count = 1;
-    std::array<char*, 2> Pointers{};
+    std::vector<std::string> Texts;
+    std::vector<char*> Pointers;
+    int Count;
 };
 
 void NameProgram() {
@@ -49,6 +83,17 @@ void NameProgram() {
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/zu.svg")));
     // Files and texts are written with a decimal point everywhere.
     std::setlocale(LC_NUMERIC, "C");
+}
+
+/// What an instrument shows a moment after the start.
+constexpr int kScreenshotMilliseconds = 800;
+
+void TakeScreenshot(CMainFrame& frame, const std::string& path, int& code) {
+    QTimer::singleShot(kScreenshotMilliseconds, &frame, [&frame, &code, path] {
+        code = frame.grab().save(FromPath(path)) ? 0 : 1;
+        if (code != 0) std::fprintf(stderr, "zu: cannot write %s\n", path.c_str());
+        frame.close();
+    });
 }
 
 int RunWindows(std::unique_ptr<InstrumentState> state, bool attended) {
@@ -62,7 +107,10 @@ int RunWindows(std::unique_ptr<InstrumentState> state, bool attended) {
     SignalWatch watch;
     QObject::connect(&watch, &SignalWatch::endWanted, &frame, &QWidget::close);
     view.Start();
-    const int code = host.Quitting() ? 0 : QApplication::exec();
+    int code = 0;
+    const std::string& picture = view.State().Command.Screenshot;
+    if (!picture.empty()) TakeScreenshot(frame, picture, code);
+    if (!host.Quitting()) QApplication::exec();
     view.CloseDown();
     return code;
 }
@@ -76,9 +124,10 @@ int RunZu(const std::vector<std::string>& arguments) {
     if (const auto end = ParseCommandLine(arguments, state->Files.AppDir, state->Command))
         return PrintEnd(*end);
 
-    const bool attended = HasDisplay();
-    if (!attended) setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    ToolkitArguments toolkit(program);
+    const bool attended = HasDisplay() && state->Command.Screenshot.empty();
+    std::optional<OffscreenDesk> desk;
+    if (!HasDisplay() || (!attended && IsOffscreen())) desk.emplace();
+    ToolkitArguments toolkit(arguments);
     QApplication application(toolkit.Count, toolkit.Pointers.data());
     NameProgram();
     return RunWindows(std::move(state), attended);

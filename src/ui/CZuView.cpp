@@ -19,6 +19,7 @@
 #include "state/Model.h"
 #include "ui/CChildFrame.h"
 #include "ui/CMainFrame.h"
+#include "ui/FittedScroller.h"
 #include "ui/HeldKeyFilter.h"
 #include "ui/MainMenu.h"
 #include "ui/QtHost.h"
@@ -33,9 +34,6 @@
 
 namespace zu {
 namespace {
-
-constexpr int kCursorWidth = 212;
-constexpr int kCursorHeight = 430;
 
 /// The zoom as a ratio of data to pixels, worded as in the zoom menu.
 QString ZoomText(std::int32_t zoom) {
@@ -199,10 +197,19 @@ CChildFrame* CZuView::Child(WindowId window) {
     return found == children_.end() ? nullptr : found->second;
 }
 
+QWidget* CZuView::MakeCursorWindow() {
+    cursors_ = new CCursorDlg(State(), [this] { RefreshKeepingMeasures(); });
+    // A window that is made smaller than its fields scrolls them.
+    auto* scroller = new FittedScroller(*cursors_);
+    scroller->setWindowTitle(cursors_->windowTitle());
+    return scroller;
+}
+
 CChildFrame* CZuView::MakeChild(WindowId window) {
     QWidget* content = nullptr;
     if (window == WindowId::Timing) content = timing_ = new CTimingWnd(*this);
-    if (window == WindowId::Cursor) content = cursors_ = new CCursorDlg(State());
+    if (window == WindowId::Cursor)
+        content = cursors_ = new CCursorDlg(State(), [this] { RefreshKeepingMeasures(); });
     if (content == nullptr) return nullptr;
     auto* child = new CChildFrame(State().Windows, window, *content);
     frame_.Area().addSubWindow(child);
@@ -214,7 +221,10 @@ CChildFrame* CZuView::MakeChild(WindowId window) {
 
 QRect CZuView::DefaultPlace(WindowId window) {
     const QSize area = frame_.Area().viewport()->size();
-    if (window == WindowId::Cursor) return {0, 0, kCursorWidth, std::min(kCursorHeight, area.height())};
+    if (window == WindowId::Cursor) {
+        const QSize wanted = Child(window)->sizeHint();
+        return {0, 0, std::min(wanted.width(), area.width()), std::min(wanted.height(), area.height())};
+    }
     const ChildRecord& record = ChildRecordOf(window);
     if (record.Rect == nullptr) return {QPoint(), area};
     QRect place = FitInto(State().Windows.*record.Rect, area);

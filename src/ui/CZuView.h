@@ -75,6 +75,7 @@ class CZuView final : public QObject, public Shell {
     void ExecuteOwn(CommandId id);
     void ExecuteZoom(CommandId id);
     CChildFrame* MakeChild(WindowId window);
+    QWidget* MakeCursorWindow();
     [[nodiscard]] QRect DefaultPlace(WindowId window);
     void ListWindows(QMenu& menu);
 

@@ -37,7 +37,7 @@ FileFilters ParseFilters(std::string_view filters) {
         if (patterns.isEmpty()) continue;
         const QString label = PlainLabel(parts.at(i));
         result.Names.append(QStringLiteral("%1 (%2)").arg(label, BothCases(patterns)));
-        if (result.Names.size() == 1) result.FirstSuffix = SuffixOf(patterns);
+        result.Suffixes.append(SuffixOf(patterns));
     }
     return result;
 }

@@ -2,15 +2,14 @@
 
 #include <string_view>
 
-#include <QString>
 #include <QStringList>
 
 namespace zu {
 
 /// What a file dialog offers.
 struct FileFilters {
-    QStringList Names;    ///< as "Data File (*.zu *.ZU)"
-    QString FirstSuffix;  ///< of the first filter, lower case without a dot; empty for none
+    QStringList Names;     ///< as "Data File (*.zu *.ZU)"
+    QStringList Suffixes;  ///< of each filter, lower case without a dot; empty for none
 };
 
 /// Filters from pairs as in "Data File (*.ZU)|*.zu|Settings File (*.INI)|*.INI||". Each pattern matches in

@@ -34,6 +34,16 @@ QMessageBox::StandardButton ShowBox(QWidget* owner, std::string_view text, std::
     return box.standardButton(box.clickedButton());
 }
 
+/// A name without an extension gets that of the filter in force.
+void OfferSuffix(QFileDialog& dialog, const FileFilters& filters, const QString& fallback) {
+    dialog.setDefaultSuffix(filters.Suffixes.isEmpty() ? fallback : filters.Suffixes.constFirst());
+    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog,
+                     [&dialog, filters](const QString& filter) {
+                         const qsizetype at = filters.Names.indexOf(filter);
+                         if (at >= 0) dialog.setDefaultSuffix(filters.Suffixes.at(at));
+                     });
+}
+
 }  // namespace
 
 QtHost::QtHost(QObject* parent) : QObject(parent) {
@@ -109,6 +119,7 @@ std::uint32_t QtHost::TickCount() {
 void QtHost::WaitNanoseconds(double ns) {
     QElapsedTimer since;
     since.start();
+    if (!(ns > 0)) return;
     if (ns > kSpinNanoseconds) QThread::usleep(static_cast<unsigned long>((ns - kSpinNanoseconds) / 1000));
     while (static_cast<double>(since.nsecsElapsed()) < ns) {
     }
@@ -121,26 +132,19 @@ LocalTime QtHost::Now() {
 }
 
 std::optional<std::string> QtHost::ChooseFile(const FileRequest& request) {
-    chosen_.clear();
     if (unattended_) return std::nullopt;
     const FileFilters filters = ParseFilters(request.Filters);
     QFileDialog dialog(Owner(), request.Save ? QStringLiteral("Save as") : QStringLiteral("Open"));
     dialog.setAcceptMode(request.Save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(request.Save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     dialog.setNameFilters(filters.Names);
-    const QString suffix = FromState(request.DefaultExtension);
-    if (request.Save) dialog.setDefaultSuffix(suffix.isEmpty() ? filters.FirstSuffix : suffix);
+    if (request.Save) OfferSuffix(dialog, filters, FromState(request.DefaultExtension));
     const QFileInfo start(FromPath(request.InitialName));
     dialog.setDirectory(start.isDir() ? start.filePath() : start.path());
     // A name such as "*.CSV" chooses a filter and is no name yet.
     if (!start.isDir() && !start.fileName().contains(u'*')) dialog.selectFile(start.fileName());
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
-    chosen_ = ToPath(dialog.selectedFiles().constFirst());
-    return chosen_;
-}
-
-std::string QtHost::TakeChosenFile() {
-    return std::exchange(chosen_, {});
+    return ToPath(dialog.selectedFiles().constFirst());
 }
 
 void QtHost::SetWindowTitle(std::string_view title) {

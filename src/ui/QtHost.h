@@ -37,9 +37,6 @@ class QtHost final : public QObject, public Host {
     /// Shows a remark in the status bar.
     std::function<void(const QString&)> ShowRemark;
 
-    /// Path that the last file dialog gave; empty after a cancel. Taking it forgets it.
-    std::string TakeChosenFile();
-
     void Message(std::string_view text, std::string_view caption) override;
     bool Ask(std::string_view text, std::string_view caption) override;
     bool Confirm(std::string_view text, std::string_view caption) override;
@@ -65,7 +62,6 @@ class QtHost final : public QObject, public Host {
     QPointer<QWidget> window_;
     std::map<int, QTimer*> timers_;
     QElapsedTimer clock_;
-    std::string chosen_;
     bool unattended_ = false;
     bool quitting_ = false;
 };

@@ -44,6 +44,12 @@ MouseButton ButtonOf(Qt::MouseButton button) {
     }
 }
 
+/// Fonts for a screen; none when the small one cannot be had.
+std::unique_ptr<ScreenFonts> MakeScreenFonts(const Metrics& metrics, double scale) {
+    auto fonts = std::make_unique<ScreenFonts>(metrics, scale, true);
+    return fonts->IsUsable(FontId::Small) ? std::move(fonts) : nullptr;
+}
+
 MouseButton FirstButton(Qt::MouseButtons buttons) {
     for (const auto button : {Qt::LeftButton, Qt::MiddleButton, Qt::RightButton}) {
         if (buttons.testFlag(button)) return ButtonOf(button);
@@ -55,6 +61,7 @@ MouseButton FirstButton(Qt::MouseButtons buttons) {
 
 CTimingWnd::CTimingWnd(CZuView& controller)
     : ImageMaker(MakeImage),
+      FontMaker(MakeScreenFonts),
       controller_(controller),
       metrics_(Metrics::ForScreen(controller.State().Screen.ScreenH)),
       view_(controller.State(), *this, metrics_) {
@@ -77,21 +84,33 @@ void CTimingWnd::ConnectBar(ScrollAxis axis) {
 }
 
 void CTimingWnd::MakePicture() {
-    const QSize screen = this->screen()->size();
+    const QSize wanted = screen()->size().expandedTo(viewport()->size()).expandedTo(room_);
     const double scale = devicePixelRatioF();
-    const QSize wanted = screen.expandedTo(viewport()->size()).expandedTo(room_);
-    if (fonts_ == nullptr || fonts_->Scale() != scale) {
-        fonts_ = std::make_unique<ScreenFonts>(metrics_, scale, true);
-        picture_ = {};
-    }
+    MakeFonts(scale);
     if (!picture_.isNull() && wanted == room_) return;
     picture_ = ImageMaker(wanted.width(), wanted.height(), scale);
     room_ = wanted;
     dirty_ = true;
     if (!picture_.isNull()) return;
+    Fail("Could not create bitmap. Reduce colors in Control panel.", "Graphics error:", 1);
+}
+
+void CTimingWnd::MakeFonts(double scale) {
+    if (fonts_ != nullptr && fonts_->Scale() == scale) return;
+    picture_ = {};
+    fonts_ = FontMaker(metrics_, scale);
+    if (fonts_ == nullptr) Fail("Could not create smallfont: call Ostrand", "Error", 0);
+}
+
+void CTimingWnd::ForgetPicture() {
+    fonts_.reset();
+    picture_ = {};
+}
+
+void CTimingWnd::Fail(std::string_view text, std::string_view caption, int code) {
     Host& host = controller_.TheApp().Host;
-    host.Message("Could not create bitmap. Reduce colors in Control panel.", "Graphics error:");
-    host.EndProcess(1);
+    host.Message(text, caption);
+    host.EndProcess(code);
 }
 
 void CTimingWnd::Redraw() {
@@ -137,7 +156,7 @@ void CTimingWnd::Apply(const PaintResult& result) {
 void CTimingWnd::paintEvent(QPaintEvent* event) {
     if (painting_) return;
     painting_ = true;
-    if (dirty_ || picture_.isNull() || fonts_->Scale() != devicePixelRatioF()) Paint();
+    if (dirty_ || picture_.isNull() || fonts_ == nullptr || fonts_->Scale() != devicePixelRatioF()) Paint();
     painting_ = false;
     const double scale = fonts_->Scale();
     const QRect area = event->rect();

@@ -31,8 +31,12 @@ class CTimingWnd final : public QAbstractScrollArea, private TimingViewHost {
     /// The picture as last painted.
     [[nodiscard]] const QImage& Picture() const { return picture_; }
 
-    /// Makes images; tests put one here that fails.
+    /// Drops picture and fonts; the next paint makes them again.
+    void ForgetPicture();
+
+    /// Make images and fonts; tests put some here that fail. No fonts means that the small one failed.
     std::function<QImage(std::int32_t, std::int32_t, double)> ImageMaker;
+    std::function<std::unique_ptr<ScreenFonts>(const Metrics&, double)> FontMaker;
 
   protected:
     bool event(QEvent* event) override;
@@ -68,6 +72,9 @@ class CTimingWnd final : public QAbstractScrollArea, private TimingViewHost {
     void ShowHover(const QPoint& at, const QPoint& global);
     void Paint();
     void Apply(const PaintResult& result);
+    void MakeFonts(double scale);
+    /// Shows a message and ends the program.
+    void Fail(std::string_view text, std::string_view caption, int code);
 
     CZuView& controller_;
     Metrics metrics_;
