@@ -113,11 +113,23 @@ constexpr std::array kPlainRows{
     CommandRow{CommandId::InsertGroup, {"Insert group...", "", "Show a group in the Timing view"}},
     CommandRow{CommandId::InsertSpacer, {"Insert spacer", "", "Put a spacer line into the Timing view"}},
     CommandRow{CommandId::Search, {"&Search...", "Ctrl+F", "Find a word or a serial event"}},
+    CommandRow{CommandId::GoTo, {"G&o to...", "Ctrl+G", "Go to a sample, a time or a cursor"}},
     CommandRow{CommandId::TranslateTable, {"Translate table...", "", "Texts shown for data values"}},
 
     CommandRow{CommandId::ZoomIn, {"Zoom &in", "+", "Show less time in more detail"}},
     CommandRow{CommandId::ZoomOut, {"Zoom &out", "-", "Show more time in less detail"}},
     CommandRow{CommandId::TimingGrid, {"&Grid", "", "Grid lines and time per division"}},
+
+    CommandRow{Plus(CommandId::ScreenColor0, 0), {"&Text...", "", "Colour of texts"}},
+    CommandRow{Plus(CommandId::ScreenColor0, 1), {"&Background...", "", "Background of captured samples"}},
+    CommandRow{Plus(CommandId::ScreenColor0, 2), {"&Grid...", "", "Colour of grid, overview and spacers"}},
+    CommandRow{Plus(CommandId::ScreenColor0, 3),
+               {"&Pattern background...", "", "Background of generated patterns"}},
+    CommandRow{Plus(CommandId::CursorColor0, 0), {"Cursor &A...", "", "Colour of cursor A"}},
+    CommandRow{Plus(CommandId::CursorColor0, 1), {"Cursor B...", "", "Colour of cursor B"}},
+    CommandRow{Plus(CommandId::CursorColor0, 2), {"Cursor &C...", "", "Colour of cursor C"}},
+    CommandRow{Plus(CommandId::CursorColor0, 3), {"Cursor &D...", "", "Colour of cursor D"}},
+    CommandRow{Plus(CommandId::CursorColor0, 4), {"T&rigger cursor...", "", "Colour of the trigger cursor"}},
 
     CommandRow{CommandId::WindowTiming, {"&Timing", "", "Open or close the Timing window"}},
     CommandRow{CommandId::WindowStateList, {"&Statelist", "", "Open or close the Statelist"}},

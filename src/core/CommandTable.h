@@ -78,6 +78,7 @@ enum class CommandId : std::uint8_t {
     InsertGroup,
     InsertSpacer,
     Search,
+    GoTo,
     TranslateTable,
 
     Zoom0,
@@ -85,6 +86,10 @@ enum class CommandId : std::uint8_t {
     ZoomIn,
     ZoomOut,
     TimingGrid,
+    ScreenColor0,
+    ScreenColorLast = ScreenColor0 + 3,
+    CursorColor0,
+    CursorColorLast = CursorColor0 + kCursorT,
 
     WindowTiming,
     WindowStateList,

@@ -15,6 +15,7 @@
 
 #include "core/CommandLine.h"
 #include "core/Paths.h"
+#include "hw/Attachment.h"
 #include "ui/CMainFrame.h"
 #include "ui/CZuView.h"
 #include "ui/HeldKeyFilter.h"
@@ -99,7 +100,9 @@ void TakeScreenshot(CMainFrame& frame, const std::string& path, int& code) {
 int RunWindows(std::unique_ptr<InstrumentState> state, bool attended) {
     QtHost host;
     host.SetUnattended(!attended);
+    Attachment attachment(state->Command.Simulate);
     HardwareSession hardware(host);
+    attachment.AttachTo(hardware);
     HeldKeyFilter keys;
     CMainFrame frame;
     frame.setWindowTitle(QStringLiteral("zu"));

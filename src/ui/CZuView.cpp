@@ -29,6 +29,7 @@
 #include "ui/core/CInitSettings.h"
 #include "ui/core/CKeySheet.h"
 #include "ui/display/CCursorDlg.h"
+#include "ui/display/CGoToDlg.h"
 #include "ui/display/CTimingWnd.h"
 #include "ui/display/ViewDialogs.h"
 
@@ -158,9 +159,26 @@ void CZuView::ExecuteOwn(CommandId id) {
         case CommandId::About:
             CAboutDlg(State(), &frame_).exec();
             break;
+        case CommandId::GoTo:
+            if (timing_ != nullptr) CGoToDlg(timing_->View(), &frame_).exec();
+            break;
         default:
-            if (!RunEditCommand(*this, id)) ExecuteZoom(id);
+            if (!RunEditCommand(*this, id) && !ExecuteColor(id)) ExecuteZoom(id);
     }
+}
+
+bool CZuView::ExecuteColor(CommandId id) {
+    const int screen = FamilyIndex(id, CommandId::ScreenColor0, CommandId::ScreenColorLast);
+    const int cursor = FamilyIndex(id, CommandId::CursorColor0, CommandId::CursorColorLast);
+    if (screen < 0 && cursor < 0) return false;
+    Rgb& color = screen >= 0 ? State().Screen.ScreenColor[static_cast<std::size_t>(screen)]
+                             : State().Cursors.CursorColor[static_cast<std::size_t>(cursor)];
+    if (const auto chosen = Colors().Choose(&frame_, color)) {
+        color = *chosen;
+        RefreshAll(app_);
+        RedrawIfOpen(app_, WindowId::Pattern);
+    }
+    return true;
 }
 
 void CZuView::ExecuteZoom(CommandId id) {

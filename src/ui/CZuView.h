@@ -73,6 +73,7 @@ class CZuView final : public QObject, public Shell {
     void OnTick(int id);
     void PresentFrame();
     void ExecuteOwn(CommandId id);
+    bool ExecuteColor(CommandId id);
     void ExecuteZoom(CommandId id);
     CChildFrame* MakeChild(WindowId window);
     QWidget* MakeCursorWindow();

@@ -37,6 +37,10 @@ Desk::Desk(std::vector<std::string> arguments, std::shared_ptr<TempFolder> home)
     state_->Files.AppDir = home_->Path().string();
     const auto end = ParseCommandLine(arguments, state_->Files.AppDir, state_->Command);
     EXPECT_FALSE(end.has_value()) << end->Text;
+    if (!state_->Command.Simulate.empty()) {
+        attachment_ = std::make_unique<Attachment>(state_->Command.Simulate);
+        attachment_->AttachTo(*hardware_);
+    }
     view_ = std::make_unique<CZuView>(*state_, *host_, *hardware_, *keys_, *frame_);
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "hw/Attachment.h"
 #include "support/TempFolder.h"
 #include "ui/Boxes.h"
 #include "ui/CChildFrame.h"
@@ -61,6 +62,7 @@ class Desk {
     std::shared_ptr<TempFolder> home_;
     std::unique_ptr<InstrumentState> state_;
     std::unique_ptr<QtHost> host_;
+    std::unique_ptr<Attachment> attachment_;  ///< of the simulated instrument; else nothing is attached
     std::unique_ptr<HardwareSession> hardware_;
     std::unique_ptr<HeldKeyFilter> keys_;
     std::unique_ptr<CMainFrame> frame_;

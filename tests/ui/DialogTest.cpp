@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <QLabel>
+#include <QLineEdit>
 #include <QTextBrowser>
 
 #include "ui/Desk.h"
@@ -58,6 +59,55 @@ TEST(Status, BoardStatusShowsTheBoardInABox) {
     ASSERT_EQ(desk.Box.Seen.size(), 1);
     EXPECT_EQ(desk.Box.Seen.first().Caption, "status");
     EXPECT_EQ(desk.Box.Seen.first().Text, "Roach160L_128B , 524288K ,ch=160,pods=20,buffers=20");
+}
+
+TEST(GoTo, TakesTheViewToWhatTheTextNames) {
+    StartedDesk desk;
+    desk.Box.Dialogs.emplace_back([](QDialog& dialog) {
+        auto* place = dialog.findChild<QLineEdit*>(QStringLiteral("Place"));
+        place->setText("nowhere");
+        dialog.accept();
+        EXPECT_TRUE(dialog.isVisible()) << "a text that names nothing can be mended";
+        place->setText("100us");
+        dialog.accept();
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    desk.View().Execute(CommandId::GoTo);
+    const std::int64_t middle = desk.State().Timing.TimingDataPos + desk.Timing().View().VisibleSamples() / 2;
+    EXPECT_NEAR(static_cast<double>(middle), 10000, 1);
+    const std::int32_t before = desk.State().Timing.TimingDataPos;
+    desk.View().Execute(CommandId::GoTo);
+    EXPECT_EQ(desk.State().Timing.TimingDataPos, before) << "the second dialog was cancelled";
+}
+
+/// Chooses a fixed colour, or none.
+class FixedColor final : public ColorChooser {
+  public:
+    std::optional<Rgb> Choose(QWidget* /*owner*/, Rgb start) override {
+        Starts.push_back(start);
+        return Answer;
+    }
+    std::optional<Rgb> Answer;
+    std::vector<Rgb> Starts;
+};
+
+TEST(Colors, AreChosenForScreenAndCursors) {
+    StartedDesk desk;
+    FixedColor colors;
+    desk.View().SetColors(colors);
+    colors.Answer = 0x123456;
+    desk.View().Execute(CommandId::ScreenColor0);
+    EXPECT_EQ(desk.State().Screen.ScreenColor[0], 0x123456U);
+    desk.View().Execute(Plus(CommandId::ScreenColor0, 1));
+    Desk::Settle();
+    EXPECT_EQ(desk.Timing().Picture().pixel(desk.TimingArea().width() - 3, 80), 0xFF563412U)
+        << "the window is painted anew";
+    desk.View().Execute(CommandId::CursorColorLast);
+    EXPECT_EQ(desk.State().Cursors.CursorColor[4], 0x123456U);
+    colors.Answer.reset();
+    desk.View().Execute(CommandId::CursorColor0);
+    EXPECT_EQ(desk.State().Cursors.CursorColor[0], 0x007D00U) << "the choice was given up";
+    EXPECT_EQ(colors.Starts.back(), 0x007D00U);
 }
 
 }  // namespace

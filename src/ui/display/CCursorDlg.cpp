@@ -110,7 +110,7 @@ void CCursorDlg::AddItems(QBoxLayout& layout) {
             letters_[i]->setAlignment(Qt::AlignCenter);
             letters_[i]->setAutoFillBackground(true);
             letters_[i]->setFixedWidth(22);
-            grid->addWidget(letters_[i], row, 1);
+            grid->addWidget(letters_[i], row, 1, Qt::AlignLeft);
         }
         places_[i] = new QLabel(this);
         places_[i]->setObjectName(QStringLiteral("Place%1").arg(row));

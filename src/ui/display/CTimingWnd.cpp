@@ -337,7 +337,7 @@ void CTimingWnd::OnBarAction(ScrollAxis axis, int action) {
 }
 
 void CTimingWnd::RefreshAll() {
-    zu::RefreshAll(controller_.TheApp());
+    controller_.RefreshKeepingMeasures();
 }
 
 void CTimingWnd::RedrawFollowers() {
