@@ -16,13 +16,19 @@ using enum Shadow;
 
 constexpr int kLastLane = 4;  // has no partner
 
+/// Every second byte of the image from `first` on; what the lane does not hold stays.
+void Interleave(std::span<const std::uint8_t> lane, std::span<std::uint8_t> image, std::size_t first) {
+    const std::size_t count = std::min(lane.size(), image.size() / 2);
+    for (std::size_t i = 0; i < count; ++i) image[2 * i + first] = lane[i];
+}
+
 class Download {
   public:
     Download(HardwareSession& hardware, InstrumentState& state)
         : hardware_(hardware),
           state_(state),
           registers_(hardware, state.Identity.HwPort, state.Identity.HardwareType),
-          lanes_(state.Shape.BufStep),
+          lanes_(std::clamp(state.Shape.BufStep, 0, 8)),
           usb_(UsbInForce(hardware)) {}
 
     void Run() {
@@ -52,6 +58,7 @@ class Download {
     [[nodiscard]] int PodOf(int board, int lane) const { return board * lanes_ + lane; }
     [[nodiscard]] bool IsPattern(int pod) const;
     [[nodiscard]] std::int32_t Length(int pod) const;
+    [[nodiscard]] std::span<const std::uint8_t> Lane(int pod) const;
     [[nodiscard]] std::uint8_t Byte(int pod, std::int32_t index) const;
 
     HardwareSession& hardware_;
@@ -70,11 +77,17 @@ std::int32_t Download::Length(int pod) const {
     return std::max(GetBufLenFull(state_.Buffer.BufLen, pod), 0);
 }
 
-std::uint8_t Download::Byte(int pod, std::int32_t index) const {
-    if (pod < 0 || pod >= kMaxPods) return 0;
+/// The lane's bytes as far as there is memory behind them.
+std::span<const std::uint8_t> Download::Lane(int pod) const {
+    if (pod < 0 || pod >= kMaxPods) return {};
     const std::uint8_t* bytes = state_.Buffer.PatPod[static_cast<std::size_t>(pod)];
-    const bool inside = bytes != nullptr && static_cast<std::size_t>(index) < state_.Buffer.Room(pod);
-    return inside ? bytes[index] : std::uint8_t{0};
+    return bytes == nullptr ? std::span<const std::uint8_t>{} : std::span(bytes, state_.Buffer.Room(pod));
+}
+
+std::uint8_t Download::Byte(int pod, std::int32_t index) const {
+    const std::span<const std::uint8_t> lane = Lane(pod);
+    return static_cast<std::size_t>(index) < lane.size() ? lane[static_cast<std::size_t>(index)]
+                                                         : std::uint8_t{0};
 }
 
 void Download::Prepare(int board) {
@@ -145,13 +158,9 @@ void Download::SendImage(int board, int pod, int partner) {
     UsbFlushQueue(hardware_);
     UsbLink& usb = hardware_.Slots->Usb;
     usb.SelectRegister(AddressWithOffset(hardware_.Ports.At(static_cast<int>(R14), board)));
-    const std::int32_t length = Length(pod);
-    std::vector<std::uint8_t> image;
-    image.reserve(2 * static_cast<std::size_t>(length));
-    for (std::int32_t i = 0; i < length; ++i) {
-        image.push_back(Byte(pod, i));
-        image.push_back(Byte(partner, i));
-    }
+    std::vector<std::uint8_t> image(2 * static_cast<std::size_t>(Length(pod)));
+    Interleave(Lane(pod), image, 0);
+    Interleave(Lane(partner), image, 1);
     usb.BulkWrite(image);
 }
 
