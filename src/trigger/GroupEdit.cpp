@@ -230,7 +230,7 @@ void TrigWordEditGroup::WriteHex(std::string text) {
     }
 }
 
-void TrigWordEditGroup::WriteAscii(std::string text) {
+void TrigWordEditGroup::WriteAscii(std::string_view text) {
     int bit = Size();
     for (const char c : text) {
         const int count = bit % 8 == 0 ? 8 : bit % 8;

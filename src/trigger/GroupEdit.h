@@ -44,7 +44,7 @@ class TrigWordEditGroup {
     void Store(int bit, char cell);
     void StoreBits(int lowest, int count, std::uint32_t value);
     void WriteHex(std::string text);
-    void WriteAscii(std::string text);
+    void WriteAscii(std::string_view text);
     void WriteDecimal(std::string_view text);
     void WriteBinary(std::string_view text);
 

@@ -22,7 +22,7 @@ char Compiled(const CompiledTrigWords& words, const InstrumentState& state, int 
 }
 
 TEST(PrepareTriggerWords, TurnsBoardMajorIntoWordMajor) {
-    const auto state = TriggerState(15);
+    const auto state = TriggerState(10);
     SetEntry(*state, 2, 5, "10X00000 11111111 XXXXXXXX 01010101 xxxxxxxx");
     const auto words = PrepareTriggerWords(*state);
     EXPECT_EQ(words.Word[5][2], state->Trigger.TrigWord.Board[2][5]) << "without inversion a plain copy";
@@ -31,7 +31,7 @@ TEST(PrepareTriggerWords, TurnsBoardMajorIntoWordMajor) {
 }
 
 TEST(PrepareTriggerWords, AnInvertedChannelIsComparedInItsPhysicalSense) {
-    const auto state = TriggerState(15);
+    const auto state = TriggerState(10);
     for (const int channel : {0, 39, 40, 81, 159}) {
         state->Channels.ChannelInvert[static_cast<std::size_t>(channel)] = 1;
         SetCharOfChannel(*state, channel, 0, '1');
@@ -49,7 +49,7 @@ TEST(PrepareTriggerWords, AnInvertedChannelIsComparedInItsPhysicalSense) {
 }
 
 TEST(PrepareTriggerWords, ALowerCaseDontCareOfAnInvertedChannelBecomesUpperCase) {
-    const auto state = TriggerState(13);
+    const auto state = TriggerState(6);
     SetEntry(*state, 0, 0, "xxXXXXXX XXXXXXXX XXXXXXXX XXXXXXXX XXXXXXXX");
     state->Channels.ChannelInvert[39] = 1;
     const auto words = PrepareTriggerWords(*state);
@@ -58,7 +58,7 @@ TEST(PrepareTriggerWords, ALowerCaseDontCareOfAnInvertedChannelBecomesUpperCase)
 }
 
 TEST(PrepareTriggerWords, BlanksDoNotCountAsChannels) {
-    const auto state = TriggerState(13);
+    const auto state = TriggerState(6);
     for (int channel = 0; channel < 40; ++channel) SetCharOfChannel(*state, channel, 0, '0');
     for (int lane = 0; lane < 5; ++lane) {
         state->Channels.ChannelInvert[static_cast<std::size_t>(8 * lane)] = 1;
@@ -84,7 +84,7 @@ TEST(PrepareTriggerWords, CellsBeyondTheChannelsAreNotInverted) {
 
 class Consistency : public testing::Test {
   protected:
-    Consistency() : state(TriggerState(13)) { state->Trigger.SeqList.fill(0); }
+    Consistency() : state(TriggerState(6)) { state->Trigger.SeqList.fill(0); }
     [[nodiscard]] bool Consistent() const { return TrigWordsConsistent(*state, PrepareTriggerWords(*state)); }
     void Sequence(std::initializer_list<int> slots) {
         std::copy(slots.begin(), slots.end(), state->Trigger.SeqList.begin());

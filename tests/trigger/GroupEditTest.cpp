@@ -14,7 +14,7 @@ using test::TriggerState;
 
 class GroupEdit : public testing::Test {
   protected:
-    GroupEdit() : state(TriggerState(15)) { state->Trigger.TrigWordEditGroupBase = kBaseBinary; }
+    GroupEdit() : state(TriggerState(7)) { state->Trigger.TrigWordEditGroupBase = kBaseBinary; }
 
     void UseGroup(int size) {
         GroupRecord& record = state->Groups[0];

@@ -94,7 +94,7 @@ TEST_F(Sequence, TheLevelListBelongsToThe32Channels) {
     EXPECT_TRUE(UsesLevelList(*state));
     state->Identity.ModelSeries = 5;
     EXPECT_FALSE(UsesLevelList(*state));
-    EXPECT_FALSE(UsesLevelList(*TriggerState(13)));
+    EXPECT_FALSE(UsesLevelList(*TriggerState(6)));
     EXPECT_TRUE(UsesLevelList(*TriggerState(26))) << "by channels, whatever the row";
 }
 
@@ -137,7 +137,7 @@ TEST_F(Sequence, CellsBehindTheTextShowAsSeparators) {
     SetLevel(*state, 0, 0, 0, 0);
     const std::string line = DescribeLevel(*state, 0);
     EXPECT_EQ(line.substr(line.find('[')), "[1X0_________________________________]");
-    const auto wide = TriggerState(13);
+    const auto wide = TriggerState(6);
     SetLevel(*wide, 0, 0, 0, 0);
     const std::string wideLine = DescribeLevel(*wide, 0);
     EXPECT_EQ(wideLine.substr(wideLine.find('[')), "[XXXXXXXX_XXXXXXXX_XXXXXXXX_XXXXXXXX_]");

@@ -17,7 +17,7 @@ constexpr const char* kOpen40 = "XXXXXXXX XXXXXXXX XXXXXXXX XXXXXXXX XXXXXXXX";
 constexpr const char* kOpen32 = "XXXXXXXX XXXXXXXX XXXXXXXX XXXXXXXX";
 
 TEST(CellOfChannel, FortyChannelsReadFromTheHighestChannelOn) {
-    const auto state = TriggerState(13);
+    const auto state = TriggerState(6);
     EXPECT_EQ(CellOfChannel(*state, 0)->Position, 43);
     EXPECT_EQ(CellOfChannel(*state, 7)->Position, 36);
     EXPECT_EQ(CellOfChannel(*state, 8)->Position, 34);
@@ -26,7 +26,7 @@ TEST(CellOfChannel, FortyChannelsReadFromTheHighestChannelOn) {
 }
 
 TEST(CellOfChannel, LaterBoardsRepeatThePositionsOfTheFirst) {
-    const auto state = TriggerState(15);
+    const auto state = TriggerState(10);
     for (int channel = 0; channel < 160; ++channel) {
         const auto cell = CellOfChannel(*state, channel);
         ASSERT_TRUE(cell) << channel;
@@ -80,7 +80,7 @@ TEST(CellOfChannel, SixtyFourChannelsKeepTheCellsThatFit) {
 }
 
 TEST(CellOfChannel, NoCellOutsideTheModel) {
-    const auto state = TriggerState(13);
+    const auto state = TriggerState(6);
     EXPECT_FALSE(CellOfChannel(*state, -1));
     EXPECT_FALSE(CellOfChannel(*state, 40));
     EXPECT_FALSE(CellOfChannel(*state, INT32_MAX));
@@ -89,7 +89,7 @@ TEST(CellOfChannel, NoCellOutsideTheModel) {
 }
 
 TEST(CharOfChannel, ReadsTheCellByPosition) {
-    const auto state = TriggerState(15);
+    const auto state = TriggerState(10);
     SetEntry(*state, 1, 0, "XXXXXXXX XXXXXXXX XXXXXXXX XXXX1X0X XXXXXXXX");
     EXPECT_EQ(CharOfChannel(*state, 51, 0), '1');
     EXPECT_EQ(CharOfChannel(*state, 49, 0), '0');
@@ -97,7 +97,7 @@ TEST(CharOfChannel, ReadsTheCellByPosition) {
 }
 
 TEST(CharOfChannel, AnythingElseCountsAsDontCare) {
-    const auto state = TriggerState(13);
+    const auto state = TriggerState(6);
     SetEntry(*state, 0, 3, "XXXXXXXX XXXXXXXX XXXXXXXX XXXXXXXX x?1");
     EXPECT_EQ(CharOfChannel(*state, 7, 3), 'X');
     EXPECT_EQ(CharOfChannel(*state, 6, 3), 'X');
@@ -108,7 +108,7 @@ TEST(CharOfChannel, AnythingElseCountsAsDontCare) {
 }
 
 TEST(SetCharOfChannel, StoresUpperCaseAndNothingElse) {
-    const auto state = TriggerState(13);
+    const auto state = TriggerState(6);
     SetCharOfChannel(*state, 0, 15, '0');
     EXPECT_EQ(CharOfChannel(*state, 0, 15), '0');
     SetCharOfChannel(*state, 0, 15, '2');
@@ -121,7 +121,7 @@ TEST(SetCharOfChannel, StoresUpperCaseAndNothingElse) {
 }
 
 TEST(SetAllWord, FillsTheBoardsThatTheModelHas) {
-    const auto state = TriggerState(14);
+    const auto state = TriggerState(7);
     SetAllWord(*state, '1', 4);
     EXPECT_EQ(EntryText(*state, 0, 4), "11111111 11111111 11111111 11111111 11111111");
     EXPECT_EQ(EntryText(*state, 1, 4), EntryText(*state, 0, 4));
@@ -134,7 +134,7 @@ TEST(SetAllWord, FillsTheBoardsThatTheModelHas) {
 }
 
 TEST(SetAllWord, FourBoards) {
-    const auto state = TriggerState(15);
+    const auto state = TriggerState(10);
     SetAllWord(*state, '0', 0);
     for (int board = 0; board < 4; ++board) EXPECT_EQ(EntryText(*state, board, 0)[43], '0') << board;
 }
@@ -163,7 +163,7 @@ TEST(SetAllWord, ACellBehindTheShortFillIsStillReadByPosition) {
 }
 
 TEST(SetAllWord, IsAManualChange) {
-    const auto state = TriggerState(13);
+    const auto state = TriggerState(6);
     state->Trigger.TrigLevelsMatchWizard = 1;
     SetAllWord(*state, '1', 99);
     EXPECT_EQ(state->Trigger.TrigLevelsMatchWizard, 1) << "nothing was changed";
