@@ -50,21 +50,10 @@ inline void SizeScreen() {
     qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + screen.fileName().toLocal8Bit());
 }
 
-/// The one application of a test program. ZU_DARK in the environment gives it a dark desktop.
-inline QApplication& Application() {
-    static int count = 1;
-    static char name[] = "test";
-    static char* arguments[] = {name, nullptr};
-    static const bool sized = (SizeScreen(), true);
-    static QApplication application(count, arguments);
-    static const bool dressed = [] {
-        QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-        if (qEnvironmentVariableIsSet("ZU_DARK")) QApplication::setPalette(DarkPalette());
-        return true;
-    }();
-    static_cast<void>(sized);
-    static_cast<void>(dressed);
-    return application;
+/// The style of every test; ZU_DARK in the environment gives it a dark desktop.
+inline void Dress() {
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    if (qEnvironmentVariableIsSet("ZU_DARK")) QApplication::setPalette(DarkPalette());
 }
 
 /// Leaves a picture of a window in the folder that ZU_PICTURES names, if it names one.

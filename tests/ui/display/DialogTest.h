@@ -13,7 +13,6 @@ namespace zu::test {
 class DialogTest : public testing::Test {
   protected:
     DialogTest() {
-        Application();
         constexpr int kRow40 = 11;
         InstrumentState& state = State();
         ChangeModel(state, kRow40);
