@@ -128,8 +128,7 @@ void EchoBus(Connection& c, int good) {
     c.Ports.Answer = [&c, good, reads = 0](std::uint16_t) mutable {
         const int read = reads++ / 2;  // the byte protocol reads twice
         const bool one = read % 2 == 1;
-        return read / 2 < good ? static_cast<std::uint8_t>(one ? 0xFF : 0xFD)
-                               : static_cast<std::uint8_t>(one ? 0xFD : 0xFF);
+        return (read / 2 < good) == one ? std::uint8_t{0x02} : std::uint8_t{0xFD};
     };
 }
 

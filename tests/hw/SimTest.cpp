@@ -276,7 +276,7 @@ TEST(SimDacChain, ExactlySixteenClocks) {
     for (const int bits : {15, 16, 17}) {
         SimInstrument sim(kLater);
         Hand hand{sim, 1};
-        hand.DacBits(0x0464 << (bits > 16 ? 1 : 0), bits);
+        hand.DacBits(0x10464, bits);  // the last sixteen are a whole word in each case but the first
         EXPECT_EQ(sim.Board(1).Threshold(0), 0);
         hand.Set(6, 0, true);
         EXPECT_EQ(sim.Board(1).Threshold(0), bits == 16 ? 0x9B : 0) << bits;
