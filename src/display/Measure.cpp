@@ -143,7 +143,8 @@ ChannelMeasure PhaseSums::Done(std::int64_t end) const {
     sums.LastEdge = last_ - spare;
     sums.DutyHigh = high - (firstOne_ ? spare : 0);
     sums.DutyLow = low - (firstOne_ ? 0 : spare);
-    if (sums.Count > 0) sums.Period = static_cast<double>((sums.LastEdge - sums.FirstEdge) / sums.Count);
+    const std::int64_t period = sums.Count > 0 ? (sums.LastEdge - sums.FirstEdge) / sums.Count : 0;
+    sums.Period = static_cast<double>(period);
     return sums;
 }
 
@@ -235,12 +236,13 @@ std::optional<PulseMessage> PulseWidthMessage(const InstrumentState& state) {
     constexpr int kChannel = 0;
     const PulseWidths widths = MeasurePulses(BindChannel(state, kChannel), 1, RangeBounds(state, 0, 0));
     if (widths.CountLow + widths.CountHigh < 1) return std::nullopt;
+    const std::int64_t low = widths.Low / widths.CountLow;  // cut to whole samples
+    const std::int64_t high = widths.High / widths.CountHigh;
     std::array<char, 256> text{};
     std::snprintf(
         text.data(), text.size(),
         "ch(%d) avg pulse width(0)=%f avg pulse width(1)=%f Count(0)=%ld,Count(1)=%ld, Short=%d,Long=%d",
-        kChannel, static_cast<double>(widths.Low / widths.CountLow),
-        static_cast<double>(widths.High / widths.CountHigh), static_cast<long>(widths.CountLow),
+        kChannel, static_cast<double>(low), static_cast<double>(high), static_cast<long>(widths.CountLow),
         static_cast<long>(widths.CountHigh), static_cast<int>(widths.Shortest),
         static_cast<int>(widths.Longest));
     return PulseMessage{text.data(), "avg"};
