@@ -99,11 +99,11 @@ TEST(DetectionOnIsa, EveryAddress) {
     SimInstrument sim(TraitsOf(14));
     for (std::size_t i = 0; i < 7; ++i) {
         ScriptedHost host;
-        HardwareSession hardware(host);
         InstrumentState state;
         SimIsaPorts ports(sim, state.Identity.AddressTable[i]);
         SimPortGate gate;
         PortKernelDriver driver(ports, gate);
+        HardwareSession hardware(host);  // ends first: it closes the driver
         hardware.Seams.Driver = &driver;
         SetupOSFunctions(hardware, 0);
         SetupIO(hardware, state, 0, 8);
