@@ -65,8 +65,8 @@ TEST_F(Render, SvgShowsWhatPngShows) {
         for (int x = 0; x < 640; ++x) {
             const QColor a = drawn.pixelColor(x, y);
             const QColor b = exact.pixelColor(x, y);
-            const int distance = std::abs(a.red() - b.red()) + std::abs(a.green() - b.green()) +
-                                 std::abs(a.blue() - b.blue());
+            const int distance =
+                std::abs(a.red() - b.red()) + std::abs(a.green() - b.green()) + std::abs(a.blue() - b.blue());
             differing += distance > 200 ? 1 : 0;
         }
     }
