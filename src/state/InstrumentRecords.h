@@ -24,6 +24,7 @@ struct CommandOptions {
     std::string DocumentFile;    ///< positional file name, as typed
     std::int32_t ModelRow = -1;  ///< "--model": emulate this row without asking; -1 = not given
     std::string Simulate;        ///< "--simulate": instrument to simulate, empty = none
+    std::string Scene;           ///< "--scene": signals to show live, empty = none
     std::string Screenshot;      ///< "--screenshot": picture of the window to write, empty = none
 };
 

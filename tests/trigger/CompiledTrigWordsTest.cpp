@@ -61,7 +61,7 @@ TEST(PrepareTriggerWords, BlanksDoNotCountAsChannels) {
     const auto state = TriggerState(6);
     for (int channel = 0; channel < 40; ++channel) SetCharOfChannel(*state, channel, 0, '0');
     for (int lane = 0; lane < 5; ++lane) {
-        state->Channels.ChannelInvert[static_cast<std::size_t>(8 * lane)] = 1;
+        state->Channels.ChannelInvert[8 * static_cast<std::size_t>(lane)] = 1;
     }
     const auto words = PrepareTriggerWords(*state);
     EXPECT_STREQ(words.Word[0][0].data(), "00000001 00000001 00000001 00000001 00000001");
