@@ -10,8 +10,6 @@ namespace {
 
 constexpr std::uint8_t kIsaMode = 8;
 constexpr std::uint8_t kUsbMode = 9;
-constexpr std::uint16_t kFirstParallel = 7;  // candidate of the first parallel port, and of USB
-constexpr std::uint16_t kIsaCandidates = 7;
 constexpr std::uint8_t kUsbFound = 15;
 constexpr std::array<std::uint8_t, 3> kModesBySpeed{1, 2, 4};  // 4 bit, 8 bit, EPP
 
@@ -42,12 +40,13 @@ std::string UsbErrorText(std::uint8_t result) {
     }
 }
 
-AddressChoices OfferedAddresses(HardwareSession& hardware) {
+AddressChoices OfferedAddresses(HardwareSession& hardware, InstrumentState& state) {
     AddressChoices choices;
     prt_dect(hardware);
     std::transform(hardware.ParallelFound.begin(), hardware.ParallelFound.end(), choices.Ports.begin(),
                    [](std::uint8_t found) { return found != 0; });
     choices.PortGroups = DriverUsable(hardware);
+    if (!choices.PortGroups) state.Identity.ComMode = kUsbMode;
     return choices;
 }
 
@@ -97,7 +96,7 @@ SearchEnd AddressSearch::TryParallel(std::uint16_t port, std::uint8_t comMode) {
     if (port >= kParallelPorts.size()) return SearchEnd::NotFound;
     const std::uint8_t row = ProbeParallel(port, comMode);
     const unsigned base = state_.Identity.HwPort;
-    return Conclude(static_cast<std::uint16_t>(kFirstParallel + port), row, FoundAt(base, row),
+    return Conclude(static_cast<std::uint16_t>(kParallelCandidate + port), row, FoundAt(base, row),
                     Format("No Logic Analyzer found at address=0x%X", base));
 }
 
@@ -114,8 +113,8 @@ SearchEnd AddressSearch::TryIsa(std::uint16_t index) {
 SearchEnd AddressSearch::TryUsb() {
     Begin();
     SelectInterface(hardware_, state_, 0, kUsbMode);
-    const std::uint8_t row = Probe(kFirstParallel);
-    return Conclude(kFirstParallel, row, "Model= " + std::string(DialogModelName(row)) + " (USB)",
+    const std::uint8_t row = Probe(kParallelCandidate);
+    return Conclude(kParallelCandidate, row, "Model= " + std::string(DialogModelName(row)) + " (USB)",
                     "No Logic Analyzer found on USB bus");
 }
 
@@ -138,19 +137,20 @@ SearchEnd AddressSearch::SearchIsa() {
 
 std::uint8_t AddressSearch::ProbeParallel(std::uint16_t port, std::uint8_t comMode) {
     SelectInterface(hardware_, state_, port, comMode);
-    return Probe(static_cast<std::uint16_t>(kFirstParallel + port));
+    return Probe(static_cast<std::uint16_t>(kParallelCandidate + port));
 }
 
 /// The first port on which a model answers in the slowest mode; false if the search was stopped.
 bool AddressSearch::FindPort(std::uint16_t& port, std::uint8_t& row) {
     prt_dect(hardware_);
     const auto found = hardware_.ParallelFound;  // as it stands now: the search itself asks no more
-    for (std::uint16_t i = 0; i < found.size(); ++i) {
+    for (std::size_t i = 0; i < found.size(); ++i) {
         if (found[i] == 0) continue;
         if (!Show(status_ + ".")) return false;
-        const std::uint8_t answer = ProbeParallel(i, kModesBySpeed[0]);
+        const auto candidate = static_cast<std::uint16_t>(i);
+        const std::uint8_t answer = ProbeParallel(candidate, kModesBySpeed[0]);
         if (row != 0 || answer == 0) continue;
-        port = i;
+        port = candidate;
         row = answer;
     }
     return true;

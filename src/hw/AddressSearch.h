@@ -18,7 +18,24 @@ struct AddressChoices {
     std::array<bool, 3> Ports{};  ///< parallel ports that answered
     bool PortGroups = true;       ///< false: only USB and demo are left
 };
-AddressChoices OfferedAddresses(HardwareSession& hardware);
+/// Looks for parallel ports. Where the driver cannot be opened, ComMode becomes that of USB.
+AddressChoices OfferedAddresses(HardwareSession& hardware, InstrumentState& state);
+
+/// A kind of connection as the address dialog labels it.
+struct ComModeLabel {
+    std::uint8_t ComMode;
+    std::string_view Text;
+};
+/// The modes of a parallel port, slowest first, and the label of the USB search.
+inline constexpr std::array<ComModeLabel, 5> kParallelModes{{{1, "4 bit"},
+                                                             {2, "8 bit"},
+                                                             {4, "EPP (byte mode)"},
+                                                             {32, "EPP (word mode)"},
+                                                             {64, "EPP(dbl word mode)"}}};
+inline constexpr std::string_view kUsbLabel = "USB \n\rAuto detect";
+inline constexpr std::string_view kDemoLabel = "Demo (no Logic Analyzer)";
+inline constexpr std::uint16_t kIsaCandidates = 7;      ///< first candidates of AddressTable
+inline constexpr std::uint16_t kParallelCandidate = 7;  ///< of the first parallel port, and of USB
 
 /// Name of a row as the address dialog shows it.
 std::string_view DialogModelName(int row);

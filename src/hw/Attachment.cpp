@@ -1,5 +1,7 @@
 #include "hw/Attachment.h"
 
+#include "hw/sim/SimScenes.h"
+
 namespace zu {
 
 Attachment::Attachment(std::string_view simulate) {
@@ -7,6 +9,8 @@ Attachment::Attachment(std::string_view simulate) {
         machine_ = std::make_unique<LinuxSeams>();
     } else if (const auto spec = ParseSimulate(simulate)) {
         simulation_ = std::make_unique<SimAttachment>(*spec);
+        simulation_->Instrument().SetRealTime(true);
+        simulation_->Instrument().Connect(MakeSimScene(kSimScenes.front().Name));
     }
 }
 

@@ -13,7 +13,8 @@ namespace zu {
 /// an option names. Must outlive the session.
 class Attachment {
   public:
-    /// Empty text: this machine. A text that names no instrument attaches nothing.
+    /// Empty text: this machine. A text that names no instrument attaches nothing. The simulated instrument
+    /// lives in real time and shows the first scene.
     explicit Attachment(std::string_view simulate);
 
     /// For a session whose start-up has not run yet.

@@ -27,6 +27,7 @@ void UseOps(HardwareSession& hardware, RegisterOps& ops) {
     slots.Selected = &ops;
     slots.Usb.SetTrace(hardware.Trace);
     hardware.Ops = &ops;
+    slots.Traced.reset();
     if (hardware.Trace == nullptr) return;
     slots.Traced = std::make_unique<TraceOps>(ops, *hardware.Trace);
     hardware.Ops = slots.Traced.get();

@@ -19,7 +19,8 @@ bool FaultSource::Strikes() {
         ++accesses_;
         return false;
     }
-    const bool hit = Next() % std::max<std::uint32_t>(plan_.OneIn, 1) == 0;
+    const bool hit = hits_ < plan_.Times && Next() % std::max<std::uint32_t>(plan_.OneIn, 1) == 0;
+    if (hit) ++hits_;
     if (hit && plan_.Kind == FaultKind::Unplug) gone_ = true;
     return hit;
 }

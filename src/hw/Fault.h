@@ -20,12 +20,13 @@ enum class FaultKind : std::uint8_t {
 inline constexpr int kFaultKinds = 7;
 
 /// When it goes wrong: the first `After` accesses pass, then one in `OneIn` is hit, the same ones for the
-/// same seed. OneIn 1 hits all.
+/// same seed, until `Times` were. OneIn 1 hits all.
 struct FaultPlan {
     FaultKind Kind = FaultKind::Noise;
     std::uint64_t Seed = 1;
     std::uint32_t After = 0;
     std::uint32_t OneIn = 1;
+    std::uint32_t Times = UINT32_MAX;
 };
 
 /// Decides access by access whether a plan strikes.
@@ -35,6 +36,8 @@ class FaultSource {
 
     /// Counts one access; true if it is hit.
     bool Strikes();
+    /// Accesses that were hit so far.
+    [[nodiscard]] std::uint32_t Hits() const { return hits_; }
     /// Whether nothing answers any more.
     [[nodiscard]] bool Gone() const { return gone_; }
     [[nodiscard]] FaultKind Kind() const { return plan_.Kind; }
@@ -50,6 +53,7 @@ class FaultSource {
     FaultPlan plan_;
     std::uint64_t random_;
     std::uint32_t accesses_ = 0;
+    std::uint32_t hits_ = 0;
     bool gone_ = false;
 };
 
@@ -88,6 +92,7 @@ class FaultUsbDevice final : public UsbDevice {
     bool RegisterOut(const UsbRegisterBlock::Bytes& block, std::span<const std::uint8_t> data) override;
     std::int32_t BulkIn(std::span<std::uint8_t> data) override;
     std::int32_t BulkOut(std::span<const std::uint8_t> data) override;
+    [[nodiscard]] const FaultSource& Source() const { return source_; }
 
   private:
     bool Fails();

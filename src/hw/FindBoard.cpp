@@ -11,6 +11,7 @@ namespace {
 using enum Reg;
 using enum Shadow;
 
+constexpr std::int32_t kUsbMode = 9;
 constexpr int kEchoRounds = 4;
 constexpr int kSmallMemory = 1;
 constexpr int kLargeMemory = 2;
@@ -139,6 +140,8 @@ std::uint8_t FindBoard(HardwareSession& hardware, InstrumentState& state, std::u
     Registers asFound(hardware, identity.HwPort, row);
     for (int board = 0; board < kMaxBoards; ++board) LeaveIdle(registers, asFound, board);
     identity.HardwareType = row;
+    // The first access tried to open the driver; without it USB is all that is left.
+    if (!DriverUsable(hardware)) identity.ComMode = kUsbMode;
     if (model == 0) identity.Emulated = 1;
     return row;
 }

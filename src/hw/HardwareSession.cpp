@@ -5,11 +5,15 @@
 
 #include "hw/BackEnds.h"
 #include "hw/Registers.h"
+#include "trigger/CompiledTrigWords.h"
 
 namespace zu {
 
 HardwareSession::HardwareSession(zu::Host& host)
-    : Host(&host), Ops(&NullRegisterOps()), Slots(std::make_unique<BackEnds>(InstrumentSeams{}, false)) {}
+    : Host(&host),
+      Ops(&NullRegisterOps()),
+      TrigCache(std::make_unique<CompiledTrigWords>()),
+      Slots(std::make_unique<BackEnds>(InstrumentSeams{}, false)) {}
 
 HardwareSession::~HardwareSession() {
     CloseHardware(*this);
@@ -17,6 +21,11 @@ HardwareSession::~HardwareSession() {
 
 void ReleaseRegisters(HardwareSession& hardware) {
     UseOps(hardware, NullRegisterOps());
+}
+
+void TraceRegisters(HardwareSession& hardware, TraceLog* log) {
+    hardware.Trace = log;
+    UseOps(hardware, *hardware.Slots->Selected);
 }
 
 void UsbFlushQueue(HardwareSession& hardware) {

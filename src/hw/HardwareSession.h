@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "hw/RegisterOps.h"
 #include "hw/RegisterTables.h"
@@ -14,6 +15,7 @@
 namespace zu {
 
 struct BackEnds;
+struct CompiledTrigWords;
 class TraceLog;
 
 /// Addresses of the parallel ports, by port index.
@@ -35,10 +37,14 @@ struct HardwareSession {
     std::uint8_t OsIoMode = 0;  ///< 1 port instructions by the program itself, 0 through the kernel driver
     std::uint8_t PodRegsDirect = 0;  ///< pod registers answer at their literal addresses; set by FindBoard
     std::uint8_t FirstRun = 0;       ///< latch of the pattern question: set at arming, cleared by SetClock
+    std::unique_ptr<CompiledTrigWords> TrigCache;  ///< words last programmed; survives captures
+    std::uint8_t ArmChanged = 0;            ///< the last programming brought other words; nothing reads it
+    std::int32_t CaptureTimeout = 0;        ///< ms that the samples before the trigger take, and one more
+    std::vector<std::uint8_t> ReadScratch;  ///< interleaved bytes of a board on their way to the buffers
     std::array<std::uint8_t, 3> ParallelFound{};  ///< parallel ports that prt_dect saw, by port index
     std::uint8_t DiagnosticLog = 0;               ///< UsbDetect leaves a line in DiagnosticFile
     std::string DiagnosticFile = "ZU5.txt";
-    TraceLog* Trace = nullptr;  ///< set before SetupIO: every register access and queue flush is written down
+    TraceLog* Trace = nullptr;  ///< takes every register access and queue flush; set by TraceRegisters
 
     InstrumentSeams Seams;            ///< attached before SetupOSFunctions
     std::unique_ptr<BackEnds> Slots;  ///< every way to a register on this platform
@@ -68,6 +74,9 @@ std::uint8_t FindBoard(HardwareSession& hardware, InstrumentState& state, std::u
 std::uint8_t FindStoredBoard(HardwareSession& hardware, InstrumentState& state, std::uint16_t index);
 /// Nothing is in force any more: for a program that goes on without its instrument.
 void ReleaseRegisters(HardwareSession& hardware);
+/// Writes every register access and queue flush down from now on; null ends that. The log must outlive it.
+/// Without a log nothing stands between the program and its registers.
+void TraceRegisters(HardwareSession& hardware, TraceLog* log);
 /// Sends the register writes that wait for the USB.
 void UsbFlushQueue(HardwareSession& hardware);
 /// Whether registers are reached over USB at present.

@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "hw/HardwareSession.h"
+#include "hw/MemoryDepth.h"
 #include "hw/Registers.h"
 
 namespace zu {
@@ -13,27 +14,9 @@ constexpr int kLargeDepth = Bit(5);  // at 0xFFFE
 
 /// Depth bit of a type in the large memory modes; 0 for a type that has none.
 int LargeModeBit(int hardwareType) {
-    switch (hardwareType) {
-        case 1:
-        case 2:
-        case 6:
-        case 7:
-        case 11:
-        case 12:
-            return kSmallDepth;
-        case 3:
-        case 4:
-        case 5:
-        case 8:
-        case 9:
-        case 10:
-        case 13:
-        case 14:
-        case 15:
-            return kLargeDepth;
-        default:
-            return 0;
-    }
+    const MemoryDepth depth = DepthOfType(hardwareType);
+    if (depth == MemoryDepth::None) return 0;
+    return depth == MemoryDepth::Small ? kSmallDepth : kLargeDepth;
 }
 
 }  // namespace

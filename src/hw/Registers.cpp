@@ -20,6 +20,15 @@ std::uint8_t Registers::Read(Reg reg, int board) {
     return hardware_->Ops->RegRead(base_, hardware_->Ports.At(static_cast<int>(reg), board));
 }
 
+void Registers::ReadBlock(Reg reg, int board, std::span<std::uint8_t> bytes) {
+    hardware_->Ops->RegReadBlock(base_, hardware_->Ports.At(static_cast<int>(reg), board),
+                                 static_cast<std::int32_t>(bytes.size()), bytes.data());
+}
+
+void Registers::Strobe(int times) {
+    for (int i = 0; i < times; ++i) Read(Reg::R0, 0);
+}
+
 std::uint8_t& Registers::At(Shadow shadow, int board) {
     return hardware_->Shadows.At(static_cast<int>(shadow), board);
 }
@@ -45,6 +54,12 @@ void Registers::SetOut(Shadow shadow, int board, int mask) {
 
 void Registers::ClearOut(Shadow shadow, int board, int mask) {
     ClearBits(shadow, board, mask);
+    Out(shadow, board);
+}
+
+void Registers::MaskOut(Shadow shadow, int board, int keep, int set) {
+    std::uint8_t& value = At(shadow, board);
+    value = static_cast<std::uint8_t>((value & keep) | set);
     Out(shadow, board);
 }
 

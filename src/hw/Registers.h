@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include "hw/HardwareSession.h"
 
@@ -40,6 +41,11 @@ class Registers {
     void Write(Reg reg, int board, int value);
     std::uint8_t Read(Reg reg, int board);
 
+    /// Fills the bytes from the memory behind a register; an instrument that fails leaves them.
+    void ReadBlock(Reg reg, int board, std::span<std::uint8_t> bytes);
+    /// Reads R0 of the first board, which does nothing but clock what is being programmed.
+    void Strobe(int times);
+
     std::uint8_t& At(Shadow shadow, int board);
     void SetBits(Shadow shadow, int board, int mask);
     void ClearBits(Shadow shadow, int board, int mask);
@@ -47,6 +53,8 @@ class Registers {
     void Out(Shadow shadow, int board);
     void SetOut(Shadow shadow, int board, int mask);
     void ClearOut(Shadow shadow, int board, int mask);
+    /// Keeps the bits of `keep`, sets those of `set`, and writes the shadow to its register.
+    void MaskOut(Shadow shadow, int board, int keep, int set);
     /// Low, high, low on a bit of the shadow, which ends low.
     void PulseOut(Shadow shadow, int board, int mask);
 

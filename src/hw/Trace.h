@@ -89,4 +89,17 @@ class TraceUsbDevice final : public UsbDevice {
     TraceLog* log_;
 };
 
+/// Everything that leaves the machine, in front of any seams, which must outlive it.
+class TracedSeams {
+  public:
+    TracedSeams(const InstrumentSeams& inner, TraceLog& log)
+        : ports_(*inner.Ports, log), driver_(*inner.Driver, log), usb_(*inner.Usb, log) {}
+    [[nodiscard]] InstrumentSeams Seams() { return {&ports_, &driver_, &usb_}; }
+
+  private:
+    TracePortIo ports_;
+    TraceKernelDriver driver_;
+    TraceUsbDevice usb_;
+};
+
 }  // namespace zu

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "Fakes.h"
+#include "hw/AddressSearch.h"
 #include "hw/BackEnds.h"
+#include "hw/TraceRecorder.h"
 #include "support/ScriptedHost.h"
 
 namespace zu::test {
@@ -296,6 +298,27 @@ TEST(UsbDetectResult, DiagnosticFile) {
     std::filesystem::remove_all(folder);
 }
 
+TEST(DriverFailure, LeavesTheModeOfUsbWhereverItShows) {
+    Connection found(0);
+    found.Driver.Opens = false;
+    SetupIO(found.Hardware, found.State, 0, 8);
+    EXPECT_EQ(found.State.Identity.ComMode, 8) << "not opened before its first need";
+    EXPECT_EQ(FindBoard(found.Hardware, found.State, 0x210), 0);
+    EXPECT_EQ(found.State.Identity.ComMode, 9);
+
+    Connection offered(0);
+    offered.Driver.Opens = false;
+    offered.State.Identity.ComMode = 4;
+    EXPECT_FALSE(OfferedAddresses(offered.Hardware, offered.State).PortGroups);
+    EXPECT_EQ(offered.State.Identity.ComMode, 9);
+
+    Connection good(0);
+    SetupIO(good.Hardware, good.State, 0, 8);
+    FindBoard(good.Hardware, good.State, 0x210);
+    OfferedAddresses(good.Hardware, good.State);
+    EXPECT_EQ(good.State.Identity.ComMode, 8);
+}
+
 TEST(PrtDect, DirectSkipsTheSecondWriteAfterAFailure) {
     Connection c(1);
     c.Ports.Answer = [&](std::uint16_t port) {
@@ -372,6 +395,88 @@ TEST(RegisterTrace, StandsInFrontOfEveryBackEnd) {
     c.Hardware.Ops->RegRead(0, 0x402);
     EXPECT_EQ(lines.Take(), "W 0401 01\nFLUSH 2\nR 0402 00\n");
     EXPECT_TRUE(UsbInForce(c.Hardware));
+}
+
+TEST(RegisterTrace, ComesAndGoesWhileTheConnectionStays) {
+    Connection c(1);
+    SetupIO(c.Hardware, c.State, 0, 8);
+    EXPECT_EQ(c.Hardware.Ops, &c.Slots().Isa);
+    Lines lines;
+    TraceRegisters(c.Hardware, &lines.Log);
+    c.Hardware.Ops->RegWrite(0, 0x210, 1);
+    EXPECT_EQ(lines.Take(), "W 0210 01\n");
+    SetupIO(c.Hardware, c.State, 0, 8);
+    c.Hardware.Ops->RegWrite(0, 0x210, 2);
+    EXPECT_EQ(lines.Take(), "W 0210 02\n") << "another choice of the connection keeps it";
+    SetupOSFunctions(c.Hardware, 1);
+    SetupIO(c.Hardware, c.State, 0, 8);
+    c.Hardware.Ops->RegWrite(0, 0x210, 3);
+    EXPECT_EQ(lines.Take(), "W 0210 03\n");
+    TraceRegisters(c.Hardware, nullptr);
+    EXPECT_EQ(c.Hardware.Ops, &c.Slots().Isa) << "nothing is left in between";
+    c.Hardware.Ops->RegWrite(0, 0x210, 4);
+    EXPECT_EQ(lines.Take(), "");
+}
+
+TEST(TraceRecorder, KeepsTheLastLines) {
+    Connection c(1);
+    SetupIO(c.Hardware, c.State, 0, 8);
+    TraceRecorder recorder(c.Hardware, 3);
+    c.Hardware.Ops->RegWrite(0, 0x210, 0);
+    EXPECT_EQ(recorder.Total(), 0U);
+    recorder.Start();
+    EXPECT_TRUE(recorder.Recording());
+    for (int i = 1; i <= 5; ++i) c.Hardware.Ops->RegWrite(0, 0x210, static_cast<std::uint8_t>(i));
+    EXPECT_EQ(recorder.Text(), "W 0210 03\nW 0210 04\nW 0210 05\n");
+    EXPECT_EQ(recorder.Total(), 5U);
+    EXPECT_EQ(recorder.Dropped(), 2U);
+    recorder.Stop();
+    c.Hardware.Ops->RegWrite(0, 0x210, 6);
+    EXPECT_EQ(recorder.Total(), 5U);
+    recorder.Clear();
+    EXPECT_EQ(recorder.Text(), "");
+    EXPECT_EQ(recorder.Dropped(), 0U);
+    recorder.Stop();
+    EXPECT_FALSE(recorder.Recording());
+}
+
+TEST(TraceRecorder, LeavesAnothersTraceAlone) {
+    Connection c(1);
+    Lines lines;
+    {
+        TraceRecorder recorder(c.Hardware);
+        TraceRegisters(c.Hardware, &lines.Log);
+        recorder.Stop();
+        EXPECT_EQ(c.Hardware.Trace, &lines.Log);
+    }
+    EXPECT_EQ(c.Hardware.Trace, &lines.Log);
+    TraceRegisters(c.Hardware, nullptr);
+    {
+        TraceRecorder recorder(c.Hardware);
+        recorder.Start();
+    }
+    EXPECT_EQ(c.Hardware.Trace, nullptr) << "a recorder that goes ends its trace";
+}
+
+TEST(TraceRecorder, NamesTheRegisterOfALine) {
+    PortTable ports;
+    for (int board = 0; board < 4; ++board) {
+        SetBoardBase(ports, board, static_cast<std::uint16_t>(0x210 + 0x400 * board));
+    }
+    const std::pair<const char*, const char*> cases[] = {{"W 0210 00", "R0[0]"},
+                                                         {"R 0611 80", "R1[1]"},
+                                                         {"B 0e10 8192", "R0[3]"},
+                                                         {"W 021c 36", "R8[0]"},
+                                                         {"W 0218 00", "R12[0]"},
+                                                         {"W 00e1 12", "S10[0]"},
+                                                         {"W 00b0 12", "S11[3]"},
+                                                         {"W 0500 00", ""},
+                                                         {"FLUSH 64", ""},
+                                                         {"", ""},
+                                                         {"W 02", ""},
+                                                         {"W 02x0 00", ""},
+                                                         {"X 0210 00", ""}};
+    for (const auto& [line, name] : cases) EXPECT_EQ(RegisterOfLine(ports, line), name) << line;
 }
 
 }  // namespace

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <map>
@@ -5,8 +6,11 @@
 #include <vector>
 
 #include "hw/ClockTable.h"
+#include "hw/PositionCounter.h"
 #include "hw/RegisterTables.h"
+#include "hw/TriggerCompile.h"
 #include "hw/UsbLink.h"
+#include "hw/sim/SimScenes.h"
 
 // The tables of the manual say what the code does.
 
@@ -88,6 +92,69 @@ TEST(Manual, UsbCommands) {
     for (std::size_t i = 0; i < rows.size(); ++i) {
         EXPECT_EQ(rows[i][0], Hex(static_cast<std::uint32_t>(commands[i].first), 2));
         EXPECT_EQ(rows[i][2], commands[i].second);
+    }
+}
+
+std::vector<int> Numbers(const std::string& text) {
+    std::istringstream in(text);
+    std::vector<int> numbers;
+    for (int number = 0; in >> number;) numbers.push_back(number);
+    return numbers;
+}
+
+TEST(Manual, BlankedLanes) {
+    const auto rows = Table("Types | Rates 1, 2");
+    ASSERT_EQ(rows.size(), 2U);
+    for (int type = 0; type < 28; ++type) {
+        const Cells& row = rows[type >= 11 && type <= 15 ? 0 : 1];
+        for (int rate = 0; rate < kRateCodes; ++rate) {
+            for (int clockType = 0; clockType < 8; ++clockType) {
+                CaptureSetup setup;
+                setup.HardwareType = static_cast<std::uint8_t>(type);
+                setup.ClockRate = static_cast<std::uint8_t>(rate);
+                setup.ClockType = static_cast<std::uint8_t>(clockType);
+                const bool fast = rate >= 1 && rate <= 4 && (clockType == 0 || row[3] == "any");
+                int lanes = 0;
+                for (const int lane : Numbers(fast ? row[rate <= 2 ? 1 : 2] : "")) lanes |= 1 << lane;
+                EXPECT_EQ(BlankedLanes(setup), lanes) << type << " " << rate << " " << clockType;
+            }
+        }
+    }
+}
+
+TEST(Manual, PositionRanges) {
+    for (int type = 0; type < 28; ++type) {
+        for (int mode = 0; mode < 12; ++mode) {
+            CaptureSetup setup;
+            setup.HardwareType = static_cast<std::uint8_t>(type);
+            setup.HardwareMode = static_cast<std::uint8_t>(mode);
+            setup.ClockRate = 5;
+            const int latency = mode == 3 ? 32 : 16;
+            std::int64_t limit = INT64_MAX;
+            std::int64_t offset = 0;
+            for (const Cells& row : Table("Memory mode | Types")) {
+                const std::vector<int> types = Numbers(row[1]);
+                const bool listed = row[1] == "all" || std::count(types.begin(), types.end(), type) != 0;
+                const std::string name = mode <= 1 ? std::to_string(mode) : "others";
+                if (row[0] != name || !listed) continue;
+                limit = std::stoll(row[2], nullptr, 16);
+                offset = std::stoll(row[3], nullptr, 16);
+            }
+            for (const std::int32_t position : {0, 100, 8170, 8300, 40000, 200000, 600000}) {
+                const std::int64_t count = (position + latency) / 2;
+                EXPECT_EQ(PositionValue(setup, position), std::min(count, limit) + offset)
+                    << type << " " << mode;
+            }
+        }
+    }
+}
+
+TEST(Manual, Scenes) {
+    const auto rows = Table("Scene | Shows");
+    ASSERT_EQ(rows.size(), kSimScenes.size());
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        EXPECT_EQ(rows[i][0], kSimScenes[i].Name);
+        EXPECT_EQ(rows[i][1], kSimScenes[i].Description);
     }
 }
 

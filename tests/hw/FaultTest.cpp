@@ -65,7 +65,7 @@ void Detect(FaultyRoad& road, const SimSpec& spec, std::mt19937& random) {
             }
             break;
         default:
-            OfferedAddresses(road.Hardware);
+            OfferedAddresses(road.Hardware, road.State);
             if (c.ComMode < 8 || c.ComMode > 9) {
                 search.TryParallel(1, static_cast<std::uint8_t>(c.ComMode));
             } else if (c.ComMode == 8) {
@@ -151,6 +151,44 @@ TEST(FaultRuns, DeadAndStuckInstrumentsAreNotFound) {
                 << SimCableName(cable) << static_cast<int>(kind);
             EXPECT_EQ(road.State.Identity.Emulated, 1);
         }
+    }
+}
+
+/// Detection over USB and a full programming with one transfer, or all from one on, going wrong. True when
+/// the run was over before the fault came.
+bool RunPastStep(std::uint32_t step, FaultKind kind, bool once) {
+    const SimSpec spec{15, SimCable::Usb};
+    const FaultPlan plan{.Kind = kind, .Seed = step, .After = step, .Times = once ? 1 : UINT32_MAX};
+    FaultyRoad road(spec, plan, 0);
+    std::mt19937 random(1);  // the same programming for every step
+    const std::uint8_t usb = UsbDetect(road.Hardware);
+    EXPECT_TRUE(usb == 15 || usb == 0 || usb == 1);
+    SetupIO(road.Hardware, road.State, 0, 9);
+    const int row = FindStoredBoard(road.Hardware, road.State, 7);
+    EXPECT_TRUE(IsModel(row));
+    EXPECT_EQ(road.State.Identity.Emulated, row == 0 ? 1 : 0);
+    Program(road, spec.Row, random);
+    const bool untouched = road.Usb.Source().Hits() == 0;
+    if (untouched) {
+        EXPECT_EQ(row, 15);
+    }
+    return untouched;
+}
+
+class FaultAtEachStep : public testing::TestWithParam<FaultKind> {};
+INSTANTIATE_TEST_SUITE_P(Kinds, FaultAtEachStep,
+                         testing::Values(FaultKind::FailedTransfer, FaultKind::ShortTransfer,
+                                         FaultKind::Unplug, FaultKind::Noise, FaultKind::DeadLow,
+                                         FaultKind::DeadHigh));
+
+TEST_P(FaultAtEachStep, OfDetectionAndProgrammingIsSurvived) {
+    for (const bool once : {true, false}) {
+        std::uint32_t step = 0;
+        while (!HasFailure() && !RunPastStep(step, GetParam(), once)) {
+            ++step;
+            ASSERT_LT(step, 20000U);
+        }
+        EXPECT_GT(step, 150U) << "detection alone takes about a hundred transfers";
     }
 }
 

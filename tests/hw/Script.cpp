@@ -30,8 +30,8 @@ std::uint8_t RecordingOps::RegRead(std::uint16_t, std::uint16_t port) {
     return Answer ? Answer(port) : std::uint8_t{0};
 }
 
-void RecordingOps::RegReadBlock(std::uint16_t, std::uint16_t port, std::int32_t, std::uint8_t*) {
-    Text += Line("B %04x\n", port, 0);
+void RecordingOps::RegReadBlock(std::uint16_t, std::uint16_t port, std::int32_t count, std::uint8_t*) {
+    Text += Line("B %04x ", port, 0) + std::to_string(count) + "\n";
 }
 
 Script::Script(int hardwareType, bool podRegistersDirect, std::uint16_t address)
@@ -41,11 +41,13 @@ void Script::Write(int row, int board, int value) {
     // Row to offset, written out once more: the timer's four registers are the highest ports.
     static constexpr const char* kOffsets = "0123456789:;<=>?";
     static constexpr const char* kOrder = "01234567<=>?89:;";
+    if (board == 4) return Write(row + 1, 0, value);  // the tables are flat
     const int offset = static_cast<int>(std::string(kOffsets).find(kOrder[row]));
     Text += Line("W %04x %02x\n", address_ + 1024 * board + offset, value);
 }
 
 void Script::Read(int row, int board) {
+    if (board == 4) return Read(row + 1, 0);
     Text += Line("R %04x\n", address_ + 1024 * board + row, 0);
 }
 
@@ -105,6 +107,7 @@ void Script::ShiftByte(int board, int value) {
 
 void Script::PodPair(int board, int v10, int v11) {
     if (Direct) {
+        if (board == 4) return;  // no such pair
         const int high = 0xE0 - 0x10 * board;
         Text += Line("W %04x %02x\n", high + 1, v10) + Line("W %04x %02x\n", high, v11);
         return;
@@ -114,6 +117,10 @@ void Script::PodPair(int board, int v10, int v11) {
     Do(board, "S5-80 R5 S5|80 R5 S5-80 R5");
     ShiftByte(board, v11);
     Do(board, "S6|05 R6");
+}
+
+void Script::Block(int board, int count) {
+    Text += Line("B %04x ", address_ + 1024 * board, 0) + std::to_string(count) + "\n";
 }
 
 void Script::FillShadows(unsigned seed) {

@@ -10,7 +10,7 @@
 
 namespace zu::test {
 
-/// Writes down what registers see: "W 0214 0f", "R 0210".
+/// Writes down what registers see: "W 0214 0f", "R 0210", "B 0210 8192".
 class RecordingOps : public RegisterOps {
   public:
     std::function<std::uint8_t(std::uint16_t port)> Answer;
@@ -24,7 +24,7 @@ class RecordingOps : public RegisterOps {
 };
 
 /// The trace that a sequence should leave, from a script of words. Numbers are hexadecimal, the board is that
-/// of the call:
+/// of the call, 0..4 (the fourth column is the next row's first):
 ///   S4|08  S4-08  S4&ea  S4=00   set, clear, mask, load bits of shadow S4; nothing goes out
 ///   R4                           shadow S4 to register R4
 ///   R4=7f                        a value to R4
@@ -42,7 +42,10 @@ class Script {
     bool Direct;
     std::string Text;
 
-    int& S(int row, int board) { return Cells[static_cast<std::size_t>(row * 4 + board)]; }
+    int& S(int row, int board) {
+        const int cell = row * 4 + board;
+        return Cells[static_cast<std::size_t>(cell)];
+    }
     void Do(int board, const std::string& words);
     /// A word for each bit, low first or high first: `one` or `zero` runs and then `clock`.
     void Bits(int board, std::uint32_t value, int count, bool lowFirst, const std::string& one,
@@ -53,6 +56,8 @@ class Script {
     void Control9(int board, int value);
     void Write(int row, int board, int value);
     void Read(int row, int board);
+    /// A block read of R0.
+    void Block(int board, int count);
 
     /// Starting values that make a forgotten shadow visible.
     void FillShadows(unsigned seed);

@@ -465,17 +465,20 @@ TEST(AddressDialog, Demo) {
 
 TEST(AddressDialog, OfferedChoices) {
     Dialog epp(15, SimCable::Epp);
-    EXPECT_EQ(OfferedAddresses(epp.TheRoad.Hardware).Ports, (std::array<bool, 3>{false, true, false}));
-    EXPECT_TRUE(OfferedAddresses(epp.TheRoad.Hardware).PortGroups);
+    EXPECT_EQ(OfferedAddresses(epp.TheRoad.Hardware, epp.TheRoad.State).Ports,
+              (std::array<bool, 3>{false, true, false}));
+    EXPECT_TRUE(OfferedAddresses(epp.TheRoad.Hardware, epp.TheRoad.State).PortGroups);
     Dialog usb(15, SimCable::Usb);
-    EXPECT_EQ(OfferedAddresses(usb.TheRoad.Hardware).Ports, (std::array<bool, 3>{false, false, false}));
-    EXPECT_FALSE(OfferedAddresses(usb.TheRoad.Hardware).PortGroups) << "no driver: USB and demo only";
+    EXPECT_EQ(OfferedAddresses(usb.TheRoad.Hardware, usb.TheRoad.State).Ports,
+              (std::array<bool, 3>{false, false, false}));
+    EXPECT_FALSE(OfferedAddresses(usb.TheRoad.Hardware, usb.TheRoad.State).PortGroups)
+        << "no driver: USB and demo only";
 }
 
 TEST(AddressDialog, WhereNothingAnswersNothingStaysInForce) {
     const auto releases = [](const char* name, auto search) {
         Dialog d(15, SimCable::Isa);
-        OfferedAddresses(d.TheRoad.Hardware);
+        OfferedAddresses(d.TheRoad.Hardware, d.TheRoad.State);
         search(d.Search);
         EXPECT_EQ(d.TheRoad.Hardware.Ops, &NullRegisterOps()) << name;
     };

@@ -2,60 +2,14 @@
 #include <vector>
 
 #include "Fakes.h"
+#include "SimHand.h"
 #include "hw/sim/SimAttachment.h"
-#include "hw/sim/SimInstrument.h"
 
 // The simulated instrument by itself: registers are written here by hand, one step before and after each
 // edge.
 
 namespace zu::test {
 namespace {
-
-constexpr SimTraits kLater{.Later = true, .LargeMemory = true, .Boards = 4, .Direct = false};
-constexpr SimTraits kEarlier{.Later = false, .LargeMemory = true, .Boards = 4, .Direct = false};
-
-/// Puts bits of a register up or down on one board.
-struct Hand {
-    SimInstrument& Sim;
-    int Board = 0;
-    std::uint8_t Now[16] = {};
-
-    void Set(int reg, int bit, bool high) {
-        const int mask = 1 << bit;
-        Now[reg] = static_cast<std::uint8_t>(high ? Now[reg] | mask : Now[reg] & ~mask);
-        Sim.Write(Board, reg, Now[reg]);
-    }
-    void Put(int reg, int value) {
-        Now[reg] = static_cast<std::uint8_t>(value);
-        Sim.Write(Board, reg, Now[reg]);
-    }
-    void Pulse(int reg, int bit) {
-        Set(reg, bit, false);
-        Set(reg, bit, true);
-        Set(reg, bit, false);
-    }
-    void Bit8(bool bit) {
-        Set(4, 3, bit);
-        Pulse(6, 7);
-    }
-    void Byte(int value, int bits = 8) {
-        for (int i = bits - 1; i >= 0; --i) Bit8((value >> i & 1) != 0);
-    }
-    void BusData(int value) {
-        Byte(value);
-        Pulse(4, 5);
-    }
-    void BusControl(int value) {
-        Byte(value);
-        Pulse(2, 0);
-    }
-    void DacBits(int value, int bits) {
-        for (int i = bits - 1; i >= 0; --i) {
-            Set(4, 3, (value >> i & 1) != 0);
-            Pulse(6, 1);
-        }
-    }
-};
 
 TEST(SimSpec, Names) {
     const std::pair<const char*, std::pair<int, SimCable>> good[] = {

@@ -1,6 +1,7 @@
 #include "hw/sim/SimBoard.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace zu {
 namespace {
@@ -38,7 +39,7 @@ void SimBoard::Write(int reg, std::uint8_t value) {
         case kTimerControl:
             return timer_.Control(value);
         case 12:
-            if (traits_.Later) s8_ = value;
+            if (traits_.Later) SetS8(value);
             return;
         case 13:
             if (traits_.Later) SetS9(value);
@@ -54,13 +55,16 @@ void SimBoard::Write(int reg, std::uint8_t value) {
 void SimBoard::OnR2(std::uint8_t before, std::uint8_t after) {
     if (traits_.Later) return;
     if (Rises(before, after, 0)) OnBusControl(busControl_, chain_.Value());
-    if (Rises(before, after, 1)) s8_ = Register(0);
+    if (Rises(before, after, 1)) SetS8(Register(0));
     if (Rises(before, after, 2)) SetS9(Register(0));
 }
 
 void SimBoard::OnR4(std::uint8_t before, std::uint8_t after) {
     const bool runs = (after >> 2 & 1) != 0;  // low while trigger memory and qualifiers are written
     if (!runs && (after >> 1 & 1) != 0 && Falls(before, after, 0)) gate_[Register(14)] = DataBit();
+    if (!runs && Falls(before, after, 1)) {
+        trigger_[triggerPage_][Register(traits_.Later ? 14 : 0)] = static_cast<std::uint8_t>(after >> 3);
+    }
     if (traits_.Later || !runs) return;
     if (Rises(before, after, 5)) busData_ = chain_.Value();
     const int lane = OpenLane();
@@ -112,8 +116,15 @@ void SimBoard::SetS9(std::uint8_t value) {
     const int lane = OpenLane();
     if (lane < 0 || lane == before) return;
     patternBytes_ = 0;
-    patterns_[static_cast<std::size_t>(lane)].clear();
-    if (traits_.Later && lane + 1 < kSimLanes) patterns_[static_cast<std::size_t>(lane) + 1].clear();
+    fresh_ = {};
+    fresh_[static_cast<std::size_t>(lane)] = true;
+    if (traits_.Later && lane + 1 < kSimLanes) fresh_[static_cast<std::size_t>(lane) + 1] = true;
+}
+
+/// Routed and with its drivers on; during a download the drivers are off.
+bool SimBoard::Generates(int lane) const {
+    const bool routed = lane == 4 ? RegisterBit(1, 2) : RegisterBit(6, lane < 2 ? 5 : 6);
+    return routed && RegisterBit(4, GateBit(lane));
 }
 
 /// The one lane that is open for pattern data: its bit of S9 alone is low and its pair is routed. -1: none.
@@ -145,6 +156,7 @@ void SimBoard::WriteBlock(int reg, std::span<const std::uint8_t> bytes) {
 void SimBoard::Append(int lane, std::uint8_t value) {
     if (lane >= kSimLanes) return;  // the last lane has no partner: its second byte is lost
     std::vector<std::uint8_t>& pattern = patterns_[static_cast<std::size_t>(lane)];
+    if (std::exchange(fresh_[static_cast<std::size_t>(lane)], false)) pattern.clear();
     if (pattern.size() < kPatternRoom) pattern.push_back(value);
 }
 

@@ -11,6 +11,10 @@
 namespace zu {
 
 inline constexpr int kSimLanes = 5;
+inline constexpr int kSimTriggerPages = 16;
+
+/// A page of trigger memory: for each byte that a lane may show, bit i tells whether lane i matches.
+using SimTriggerTable = std::array<std::uint8_t, 256>;
 
 /// One board of the simulated instrument: sixteen registers and what hangs on their bits.
 class SimBoard {
@@ -39,6 +43,15 @@ class SimBoard {
     }
     /// Whether the external clock passes at a word of the qualifier signals.
     [[nodiscard]] bool Gate(std::uint8_t word) const { return gate_[word]; }
+    /// Writes of S8, the one that the sample clock follows.
+    [[nodiscard]] unsigned S8Writes() const { return s8Writes_; }
+    /// Page 0 to 15 that trigger memory writes go to, and its tables.
+    void SetTriggerPage(int page) { triggerPage_ = static_cast<std::size_t>(page) % kSimTriggerPages; }
+    [[nodiscard]] const SimTriggerTable& TriggerTable(int page) const {
+        return trigger_[static_cast<std::size_t>(page) % kSimTriggerPages];
+    }
+    /// Whether the pattern generator drives a lane.
+    [[nodiscard]] bool Generates(int lane) const;
     /// What was last downloaded into a lane.
     [[nodiscard]] const std::vector<std::uint8_t>& Pattern(int lane) const {
         return patterns_[static_cast<std::size_t>(lane) % patterns_.size()];
@@ -51,6 +64,10 @@ class SimBoard {
     void OnR6(std::uint8_t before, std::uint8_t after);
     void OnBusControl(std::uint8_t before, std::uint8_t after);
     void TakeLevel();
+    void SetS8(std::uint8_t value) {
+        s8_ = value;
+        ++s8Writes_;
+    }
     void SetS9(std::uint8_t value);
     void OnPatternByte(std::uint8_t value);
     [[nodiscard]] bool DataBit() const { return RegisterBit(4, 3); }
@@ -60,6 +77,7 @@ class SimBoard {
     SimTraits traits_;
     std::array<std::uint8_t, 16> registers_{};
     std::uint8_t s8_ = 0;
+    unsigned s8Writes_ = 0;
     std::uint8_t s9_ = 0;
     std::uint8_t s10_ = 0;
     std::uint8_t s11_ = 0;
@@ -71,8 +89,11 @@ class SimBoard {
     SimTimer timer_;
     std::array<std::uint8_t, 3> thresholds_{};
     std::array<bool, 256> gate_{};
+    std::array<SimTriggerTable, kSimTriggerPages> trigger_{};
+    std::size_t triggerPage_ = 0;
     std::array<std::vector<std::uint8_t>, kSimLanes> patterns_;
-    unsigned patternBytes_ = 0;  // since the lane was opened
+    std::array<bool, kSimLanes> fresh_{};  // opened; the next byte replaces what is there
+    unsigned patternBytes_ = 0;            // since the lane was opened
 };
 
 }  // namespace zu
