@@ -26,7 +26,7 @@ class ByteBuilder {
     void Clear() { bits_ = 0; }
     void Take(std::int32_t sample, std::uint8_t code) {
         if (bits_ == 0) byte_ = {.First = sample};
-        byte_.Value = static_cast<std::uint8_t>(byte_.Value << 1U | (BitValue(code) ? 1U : 0U));
+        byte_.Value = static_cast<std::uint8_t>(byte_.Value << 1 | (BitValue(code) ? 1 : 0));
         ++bits_;
     }
     /// Ends the byte; false if its bits were not eight.
