@@ -7,6 +7,7 @@
 #include "display/TimeText.h"
 #include "display/TraceLabels.h"
 #include "state/SampleView.h"
+#include "trigger/Sequence.h"
 #include "trigger/TrigCells.h"
 
 namespace zu {
@@ -191,20 +192,14 @@ std::string MeasurementText(const InstrumentState& state, ColumnType type, const
     }
 }
 
-int WordOfLevel(const InstrumentState& state, int level) {
-    if (level < 0 || level >= kTrigWords) return -1;
-    const std::int32_t entry = state.Trigger.SeqList[static_cast<std::size_t>(level)];
-    return entry >= 1 && entry <= kTrigWords ? entry - 1 : -1;
-}
-
 std::string TrigWordCell(const InstrumentState& state, int level, int channel) {
     if (channel < 0 || channel >= std::min(state.Shape.TotalChannels, kMaxChannels)) return {};
     const std::int8_t mode = state.Pods.HardwarePod[static_cast<std::size_t>(channel / 8)];
     if (IsPatternMode(mode)) return "PG";
-    const int word = WordOfLevel(state, level);
-    if ((mode != kLogicPod && mode != kUnusedPod) || word < 0) return {};
+    const auto word = WordOfLevel(state, level);
+    if ((mode != kLogicPod && mode != kUnusedPod) || !word) return {};
     if (state.Trigger.ModeList[static_cast<std::size_t>(level)] == 1) return "D";
-    return {CharOfChannel(state, channel, word)};
+    return {CharOfChannel(state, channel, *word)};
 }
 
 void DrawColumnHeaders(const InstrumentState& state, Canvas& canvas, const ColumnLayout& layout) {

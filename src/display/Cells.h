@@ -29,8 +29,6 @@ void DrawGroupName(const RowFrame& row, const ColumnLayout& layout, int group);
 /// Text of a measurement cell.
 std::string MeasurementText(const InstrumentState& state, ColumnType type, const ChannelMeasure& measure);
 
-/// Word that a sequence level selects; -1 if it selects none.
-int WordOfLevel(const InstrumentState& state, int level);
 /// What a Trig Word column of this level says of a channel: "0", "1", "X", "D" for a delay level, "PG" for a
 /// pattern pod, or nothing.
 std::string TrigWordCell(const InstrumentState& state, int level, int channel);

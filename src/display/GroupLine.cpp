@@ -23,14 +23,19 @@ struct Steps {
     std::int32_t Pixels = 1;  ///< per step
 };
 
-Steps StepsOf(const TimeAxis& axis, std::int64_t length) {
+/// Samples beyond the whole ones on screen that a zoom above 1 takes: one that is cut by the right edge, and
+/// for a curve the next one, which its line runs to.
+constexpr std::int64_t kCutSample = 1;
+constexpr std::int64_t kCutSegment = 2;
+
+Steps StepsOf(const TimeAxis& axis, std::int64_t length, std::int64_t beyond = kCutSample) {
     if (axis.Zoom < 0) {
         const ColumnGrid grid = GridOf(axis, length);
         return {grid.Start, grid.Width, std::min(grid.Columns, kMostSamples), 1};
     }
     const std::int64_t shown = ShownSamples(axis.First, axis.Zoom, axis.Width(), length);
-    // One more sample reaches over the right edge, where a zoom leaves a part of it on screen.
-    const std::int64_t reach = shown > 0 ? std::min(shown + (axis.Zoom > 1 ? 1 : 0), length - axis.First) : 0;
+    const std::int64_t more = axis.Zoom > 1 ? beyond : 0;
+    const std::int64_t reach = shown > 0 ? std::min(shown + more, length - axis.First) : 0;
     return {axis.First, 1, std::min(reach, kMostSamples), axis.Zoom};
 }
 
@@ -115,7 +120,7 @@ class Curve {
     Curve(const RowFrame& row, const GroupRecord& group, int style)
         : row_(row),
           scan_(row.State, group),
-          steps_(StepsOf(row.Axis, scan_.Length())),
+          steps_(StepsOf(row.Axis, scan_.Length(), kCutSegment)),
           scale_(VerticalScale(style, GroupSize(group))) {
         base_ = row.Top + row.Height - kRowPad - 2;
         const std::int32_t bits = std::min(GroupSize(group), kGroupValueBits);

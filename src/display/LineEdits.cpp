@@ -252,6 +252,7 @@ EditResult InsertGroupLines(InstrumentState& state, LineSelection& selection) {
     const auto at = InsertPosition(state, selection.Lines);
     if (!at) return Refuse(kNoGroupPosition);
     std::vector<NewLine> wanted;
+    wanted.reserve(groups.size());
     for (const int group : groups) wanted.push_back({.Source = kFirstGroupLine + group, .Style = 0});
     return InsertAll(state, selection.Lines, *at, wanted, kNoGroupPosition);
 }

@@ -21,9 +21,10 @@ std::uint8_t MaskOf(int channel) {
     return static_cast<std::uint8_t>(1U << (static_cast<unsigned>(channel) % 8));
 }
 
-/// Ors of x shifted by 1 to n.
+/// Ors of x shifted by 1 to n; from 64 on nothing is left of x.
 std::uint64_t Smear(std::uint64_t x, std::int64_t n) {
     if (n < 1) return 0;
+    n = std::min<std::int64_t>(n, kBlock);
     std::uint64_t smeared = x << 1;
     for (std::int64_t have = 1; have < n;) {
         const std::int64_t step = std::min(have, n - have);

@@ -17,7 +17,15 @@ namespace {
 constexpr int kSiLane = 1;
 constexpr int kSoLane = 2;
 constexpr std::uint64_t kEachEntry = 0x0001000100010001ULL;
-constexpr std::int64_t kEntriesAtOnce = 4;
+constexpr std::int64_t kEntriesAtOnce = 16;
+
+/// Whether one of kEntriesAtOnce entries has one of these flags.
+bool AnyOf(const std::uint16_t* entries, std::uint16_t flags) {
+    std::uint64_t words[4];
+    static_assert(sizeof words == kEntriesAtOnce * sizeof *entries);
+    std::memcpy(words, entries, sizeof words);
+    return ((words[0] | words[1] | words[2] | words[3]) & kEachEntry * flags) != 0;
+}
 
 /// Entries of one decoded line, bounded.
 struct Entries {
@@ -26,20 +34,20 @@ struct Entries {
     /// First index in [from, to) with one of these flags; `to` if there is none.
     [[nodiscard]] std::int64_t Find(std::int64_t from, std::int64_t to, std::uint16_t flags) const {
         to = std::min<std::int64_t>(to, static_cast<std::int64_t>(Words.size()));
-        const std::uint64_t each = kEachEntry * flags;
         for (; to - from >= kEntriesAtOnce; from += kEntriesAtOnce) {
-            std::uint64_t entries = 0;
-            std::memcpy(&entries, Words.data() + from, sizeof entries);
-            if ((entries & each) != 0) break;
+            if (AnyOf(Words.data() + from, flags)) break;
         }
         while (from < to && (Words[static_cast<std::size_t>(from)] & flags) == 0) ++from;
         return from;
     }
-    /// Last index before `from` with one of these flags; -1 if there is none.
-    [[nodiscard]] std::int64_t FindBack(std::int64_t from, std::uint16_t flags) const {
-        from = std::min<std::int64_t>(from, static_cast<std::int64_t>(Words.size())) - 1;
-        while (from >= 0 && (Words[static_cast<std::size_t>(from)] & flags) == 0) --from;
-        return from;
+    /// Last index in [floor, from) with one of these flags; floor - 1 if there is none.
+    [[nodiscard]] std::int64_t FindBack(std::int64_t from, std::uint16_t flags, std::int64_t floor) const {
+        from = std::min<std::int64_t>(from, static_cast<std::int64_t>(Words.size()));
+        for (; from - floor >= kEntriesAtOnce; from -= kEntriesAtOnce) {
+            if (AnyOf(Words.data() + from - kEntriesAtOnce, flags)) break;
+        }
+        while (from > floor && (Words[static_cast<std::size_t>(from - 1)] & flags) == 0) --from;
+        return std::max(from, floor) - 1;
     }
     [[nodiscard]] std::uint16_t At(std::int64_t i) const { return Words[static_cast<std::size_t>(i)]; }
     [[nodiscard]] std::int64_t Size() const { return static_cast<std::int64_t>(Words.size()); }
@@ -58,10 +66,10 @@ std::string ByteText(std::uint16_t entry) {
     return text.data();
 }
 
-/// Start of the byte that reaches from before the screen into it; else the screen's first sample.
-std::int64_t FirstByte(const RowFrame& row, const Entries& entries) {
-    const std::int64_t before = entries.FindBack(row.Axis.First, spi::kStart | spi::kEnd);
-    return before >= 0 && (entries.At(before) & spi::kStart) != 0 ? before : row.Axis.First;
+/// Start of the byte that reaches over `sample`, where it is not below `floor`; else the sample.
+std::int64_t ByteOver(const Entries& entries, std::int64_t sample, std::int64_t floor) {
+    const std::int64_t before = entries.FindBack(sample, spi::kStart | spi::kEnd, floor);
+    return before >= floor && (entries.At(before) & spi::kStart) != 0 ? before : sample;
 }
 
 /// The bytes of one line, each over the span of its samples.
@@ -69,8 +77,8 @@ void DrawBytes(const RowFrame& row, const Entries& entries, std::int32_t top) {
     BusCells cells(row, top, top + TextRowHeight(row.Target.FontMetrics()) - kRowPad);
     const std::int64_t stop = std::min(row.Axis.First + row.Axis.Visible() + 1, entries.Size());
     std::int32_t drawn = row.Axis.Left;  // x up to which the row is filled: bytes may share a column
-    std::int64_t at = entries.Find(FirstByte(row, entries), stop, spi::kStart);
-    for (; at < stop && drawn < row.Axis.Right; at = entries.Find(at + 1, stop, spi::kStart)) {
+    std::int64_t at = entries.Find(ByteOver(entries, row.Axis.First, 0), stop, spi::kStart);
+    while (at < stop && drawn < row.Axis.Right) {
         const std::int64_t end = entries.Find(at + 1, entries.Size(), spi::kEnd);
         const std::int32_t x0 = std::max(Pixel(row.Axis.XOf(at)), drawn);
         const std::int32_t x1 = std::min(Pixel(row.Axis.XOf(end)), row.Axis.Right);
@@ -81,6 +89,9 @@ void DrawBytes(const RowFrame& row, const Entries& entries, std::int32_t top) {
             cells.Hatch(x0, std::max(x1, x0 + 1));
             drawn = std::max(x1, x0 + 1);
         }
+        // Bytes that end left of what is drawn show nothing: a far zoom passes over hundreds in a column.
+        const std::int64_t next = std::max(at + 1, row.Axis.SampleAt(drawn));
+        at = entries.Find(ByteOver(entries, next, at + 1), stop, spi::kStart);
     }
 }
 

@@ -16,7 +16,6 @@
 namespace zu {
 namespace {
 
-constexpr std::size_t kTextColor = 0;
 constexpr std::size_t kBackground = 1;
 constexpr std::size_t kGridColor = 2;
 constexpr std::size_t kCenterPen = 5;  // the sixth cursor colour

@@ -12,6 +12,7 @@
 #include "display/LineMove.h"
 #include "display/Scroll.h"
 #include "display/Zoom.h"
+#include "trigger/Sequence.h"
 
 namespace zu {
 namespace {
@@ -155,7 +156,7 @@ void TimingView::PressHeader(const MouseEvent& event) {
     std::int8_t& level = state_.Timing.TimingDisp[static_cast<std::size_t>(column)].TrigWord;
     if (event.X >= (span.Start + span.End) / 2) {
         return host_.OpenDialog(
-            {TimingDialog::TrigWord, event.X, event.Y, 0, std::max(WordOfLevel(state_, level), 0)});
+            {TimingDialog::TrigWord, event.X, event.Y, 0, WordOfLevel(state_, level).value_or(0)});
     }
     if (event.Y >= kHeaderHeight / 2) {
         level = static_cast<std::int8_t>(std::max(level - 1, 0));
@@ -211,6 +212,7 @@ void TimingView::DoubleClick(const MouseEvent& event) {
 
 void TimingView::Begin(Grab grab, const MouseEvent& event) {
     grab_ = grab;
+    button_ = event.Button;
     startX_ = event.X;
     startPosition_ = state_.Timing.TimingDataPos;
     moved_ = false;
@@ -275,6 +277,7 @@ void TimingView::MouseUp(const MouseEvent& event) {
     pointerX_ = event.X;
     pointerY_ = event.Y;
     const Grab grab = grab_;
+    if (grab == Grab::None || event.Button != button_) return;  // another button ends nothing
     End();
     if (grab == Grab::Cursor && moved_ && !event.Alt) Snap(event);
     if (grab == Grab::Line) DropLine(event);
@@ -324,9 +327,12 @@ void TimingView::Scroll(const ScrollEvent& event) {
 }
 
 void TimingView::PanBy(std::int32_t pixels) {
-    const std::int64_t samples = DragSamples(pixels, SafeZoom(state_.Timing.ScreenZoom));
-    const std::int64_t least = pixels > 0 ? 1 : -1;  // a strong zoom moves too
-    if (pixels != 0) MoveTo(state_.Timing.TimingDataPos + (samples == 0 ? least : samples));
+    const std::int64_t zoom = SafeZoom(state_.Timing.ScreenZoom);
+    if ((pixels < 0) != (panRest_ < 0)) panRest_ = 0;
+    panRest_ += pixels;
+    const std::int64_t samples = zoom > 0 ? panRest_ / zoom : panRest_ * -zoom;
+    panRest_ = zoom > 0 ? panRest_ % zoom : 0;
+    if (samples != 0) MoveTo(state_.Timing.TimingDataPos + samples);
 }
 
 void TimingView::GoTo(std::int64_t sample) {
@@ -382,10 +388,6 @@ void TimingView::Command(TimingCommand command) {
         case TimingCommand::NextEdge:
         case TimingCommand::PreviousEdge:
             JumpToEdge(command == TimingCommand::NextEdge);
-            break;
-        case TimingCommand::ToggleGrid:
-            state_.Timing.TimingGrid = state_.Timing.TimingGrid == 0 ? 1 : 0;
-            host_.Invalidate();
             break;
     }
 }

@@ -52,7 +52,7 @@ class TimingViewHost {
 };
 
 /// Commands of menus and keys that the view carries out itself.
-enum class TimingCommand : std::uint8_t { ZoomIn, ZoomOut, NextEdge, PreviousEdge, ToggleGrid };
+enum class TimingCommand : std::uint8_t { ZoomIn, ZoomOut, NextEdge, PreviousEdge };
 
 /// Interaction of the Timing view: events in, changes of the state and requests to the window out.
 class TimingView {
@@ -82,7 +82,8 @@ class TimingView {
     void ZoomAt(std::int32_t x, bool in);
     /// One step of the Display options' Zoom +/-: through an origin, which may be the point.
     void ZoomFrom(bool in, int origin, const ZoomPoint& point);
-    /// Moves the view by this many pixels; above 0 towards later samples.
+    /// Moves the view by this many pixels; above 0 towards later samples. Pixels that make no whole sample
+    /// count for the next call.
     void PanBy(std::int32_t pixels);
     /// Goes to a sample, putting it in the middle.
     void GoTo(std::int64_t sample);
@@ -102,6 +103,8 @@ class TimingView {
     /// the one that was clicked last.
     [[nodiscard]] std::optional<LineHit> LineForCommand() const;
     [[nodiscard]] bool Dragging() const { return grab_ != Grab::None; }
+    /// Walks over samples that measurements took since the start; for tests.
+    [[nodiscard]] std::uint64_t Measured() const { return scratch_.Measures.Misses(); }
 
   private:
     enum class Grab : std::uint8_t { None, Cursor, StripTick, StripBox, Line, Pan };
@@ -150,10 +153,12 @@ class TimingView {
     ViewGeom geom_;
     PaintScratch scratch_;
     Grab grab_ = Grab::None;
+    MouseButton button_ = MouseButton::None;  ///< that holds what is grabbed
     CursorDrag cursors_;
     std::int32_t startX_ = 0;
     std::int32_t startPosition_ = 0;
     std::int32_t line_ = -1;
+    std::int64_t panRest_ = 0;  ///< pixels panned that made no whole sample yet
     bool moved_ = false;
     std::int32_t pointerX_ = -1;
     std::int32_t pointerY_ = -1;

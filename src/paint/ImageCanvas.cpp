@@ -41,12 +41,63 @@ void ImageCanvas::Fill(Pixels area, QRgb color) {
     }
 }
 
+ImageCanvas::Pixels ImageCanvas::StrokePixels(const Point& from, const Point& to) const {
+    return {Device(std::min(from.X, to.X)), Device(std::min(from.Y, to.Y)),
+            Device(std::max(from.X, to.X)) + thickness_, Device(std::max(from.Y, to.Y)) + thickness_};
+}
+
 void ImageCanvas::Stroke(const Point& from, const Point& to, QRgb color) {
     if (from.X != to.X && from.Y != to.Y) return Slant(from, to);
-    Fill({Device(std::min(from.X, to.X)), Device(std::min(from.Y, to.Y)),
-          Device(std::max(from.X, to.X)) + thickness_, Device(std::max(from.Y, to.Y)) + thickness_},
-         color);
+    Fill(StrokePixels(from, to), color);
 }
+
+/// Joins the strokes of one line that stand in neighbouring columns of the layout into areas: a busy trace is
+/// one full stroke in each of them. So it is solid at a broken scale too, where the columns do not touch, and
+/// filling it row by row is faster than column by column.
+class ImageCanvas::Joiner {
+  public:
+    Joiner(ImageCanvas& canvas, QRgb color) : canvas_(canvas), color_(color) {}
+    ~Joiner() {
+        canvas_.Fill(area_, color_);
+        canvas_.Fill(link_, color_);
+    }
+    Joiner(const Joiner&) = delete;
+    Joiner& operator=(const Joiner&) = delete;
+
+    void Add(const Point& from, const Point& to) {
+        const Pixels stroke = canvas_.StrokePixels(from, to);
+        if (Holds(area_, stroke)) return;
+        const bool level = stroke.Top == area_.Top && stroke.Bottom == area_.Bottom;
+        const Pixels joined{area_.Left, area_.Top, stroke.Right, area_.Bottom};
+        if (level && std::min(from.X, to.X) == areaEnd_ + 1 && (IsEmpty(link_) || Holds(joined, link_))) {
+            area_ = joined;
+            areaEnd_ = std::max(from.X, to.X);
+            link_ = {};
+            return;
+        }
+        if (!IsEmpty(link_)) {
+            canvas_.Fill(area_, color_);
+            area_ = link_;
+            areaEnd_ = linkEnd_;
+        }
+        link_ = stroke;
+        linkEnd_ = std::max(from.X, to.X);
+    }
+
+  private:
+    static bool IsEmpty(const Pixels& area) { return area.Left >= area.Right; }
+    static bool Holds(const Pixels& area, const Pixels& inner) {
+        return inner.Left >= area.Left && inner.Right <= area.Right && inner.Top >= area.Top &&
+               inner.Bottom <= area.Bottom;
+    }
+
+    ImageCanvas& canvas_;
+    QRgb color_;
+    Pixels area_{};              ///< strokes joined so far
+    std::int64_t areaEnd_ = -2;  ///< their last column of the layout
+    Pixels link_{};  ///< a stroke behind them: mostly the step to the next column, which that column covers
+    std::int64_t linkEnd_ = -2;
+};
 
 void ImageCanvas::Slant(const Point& from, const Point& to) {
     const double half = thickness_ / 2.0;
@@ -67,8 +118,16 @@ void ImageCanvas::LineTo(std::int32_t x, std::int32_t y) {
 }
 
 void ImageCanvas::Polyline(std::span<const Point> points) {
-    const QRgb color = LineColor().rgb();
-    for (std::size_t i = 1; i < points.size(); ++i) Stroke(points[i - 1], points[i], color);
+    Joiner strokes(*this, LineColor().rgb());
+    for (std::size_t i = 1; i < points.size(); ++i) {
+        const Point& from = points[i - 1];
+        const Point& to = points[i];
+        if (from.X != to.X && from.Y != to.Y) {
+            Slant(from, to);
+        } else {
+            strokes.Add(from, to);
+        }
+    }
 }
 
 void ImageCanvas::FillRect(const zu::Rect& rect, Rgb color) {

@@ -25,11 +25,14 @@ class ImageCanvas final : public QtCanvas {
     void PopClip() override;
 
   private:
+    class Joiner;
     struct Pixels {
         int Left, Top, Right, Bottom;
     };
     [[nodiscard]] int Device(std::int32_t v) const;
     [[nodiscard]] Pixels ToPixels(const zu::Rect& rect) const;
+    /// Pixels of a level or upright line.
+    [[nodiscard]] Pixels StrokePixels(const Point& from, const Point& to) const;
     void Stroke(const Point& from, const Point& to, QRgb color);
     void Slant(const Point& from, const Point& to);
     void Fill(Pixels area, QRgb color);

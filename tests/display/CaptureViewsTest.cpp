@@ -1,8 +1,12 @@
 // Recordings of real buses on the screen: chosen views, and columns against what others count in them.
+#include <algorithm>
+#include <array>
+#include <cstdio>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <map>
 #include <nlohmann/json.hpp>
+#include <numeric>
 
 #include "display/Cells.h"
 #include "display/Measure.h"
@@ -128,6 +132,119 @@ TEST_P(CaptureViews, PeriodsWidthsAndDutyAgreeWithTheTextExport) {
         EXPECT_EQ(m.DutyHigh, paired[1]);
         if (periods > 0) {
             EXPECT_EQ(m.LastEdge - m.FirstEdge, edges[2 * periods] - edges[0]);
+        }
+    }
+}
+
+/// What the columns must say of some edges, worked out one edge at a time.
+class Expected {
+  public:
+    /// Edges of [from, to) of a channel; `period` in ns, 0 for samples.
+    Expected(const std::vector<bool>& levels, std::int64_t from, std::int64_t to, double period)
+        : period_(period) {
+        for (const std::int64_t edge : EdgesOf(levels)) {
+            if (edge <= from || edge >= to) continue;
+            if (!edges_.empty()) widths_[high_ ? 1 : 0].push_back(edge - edges_.back());
+            edges_.push_back(edge);
+            high_ = levels[static_cast<std::size_t>(edge)];
+        }
+    }
+    [[nodiscard]] std::vector<std::string> Widths() const {
+        std::vector<std::string> texts{std::to_string(Count()), Period()};
+        for (const auto& widths : widths_) {
+            const auto sum = std::accumulate(widths.begin(), widths.end(), std::int64_t{0});
+            const auto count = static_cast<double>(widths.size());
+            texts.push_back(Width(widths.empty() ? 0 : static_cast<double>(sum) / count));
+        }
+        for (const auto& widths : widths_)
+            texts.push_back(Width(
+                widths.empty() ? 0 : static_cast<double>(*std::min_element(widths.begin(), widths.end()))));
+        for (const auto& widths : widths_)
+            texts.push_back(Width(
+                widths.empty() ? 0 : static_cast<double>(*std::max_element(widths.begin(), widths.end()))));
+        return texts;
+    }
+    [[nodiscard]] std::vector<std::string> Ratios() const {
+        std::int64_t low = 0;
+        std::int64_t high = 0;
+        for (std::size_t i = 0; i < Count(); ++i) {
+            low += widths_[0][i];
+            high += widths_[1][i];
+        }
+        if (Count() == 0) return {"-", "-", "-N/A-"};
+        const auto all = static_cast<double>(low + high);
+        const double hertz = static_cast<double>(Count()) / (all * period_ / 1e9);
+        std::string frequency = hertz > 1e6   ? Say("%5.3fMHz", hertz / 1e6)
+                                : hertz > 1e3 ? Say("%5.3fKHz", hertz / 1e3)
+                                              : Say("%5.3fHz", hertz);
+        if (period_ == 0) frequency = "-N/A-";
+        return {Say("%.2f%%", 100.0 * static_cast<double>(low) / all),
+                Say("%.2f%%", 100.0 * static_cast<double>(high) / all), frequency};
+    }
+
+  private:
+    [[nodiscard]] std::size_t Count() const { return edges_.empty() ? 0 : (edges_.size() - 1) / 2; }
+    [[nodiscard]] std::string Period() const {
+        if (Count() == 0) return "0";
+        const std::int64_t span = edges_[2 * Count()] - edges_[0];
+        const auto count = static_cast<std::int64_t>(Count());
+        return Width(period_ > 0 ? static_cast<double>(span / count)
+                                 : static_cast<double>(span) / static_cast<double>(count));
+    }
+    [[nodiscard]] std::string Width(double samples) const {
+        if (samples <= 0) return "-";
+        if (period_ == 0) return Say("%.2fSa", samples);
+        const double unit = period_ < 1e3 ? 1 : 1e3;
+        std::string digits = std::to_string(static_cast<std::int64_t>(samples * period_ / unit));
+        for (std::size_t at = digits.size(); at > 3; at -= 3) digits.insert(at - 3, ",");
+        return digits + (unit == 1 ? "ns" : "us");
+    }
+    static std::string Say(const char* format, double value) {
+        std::array<char, 64> text{};
+        std::snprintf(text.data(), text.size(), format, value);
+        return text.data();
+    }
+
+    double period_;
+    bool high_ = false;
+    std::vector<std::int64_t> edges_;
+    std::array<std::vector<std::int64_t>, 2> widths_;  ///< by level
+};
+
+TEST_P(CaptureViews, TheCellsSayWhatTheEdgesGive) {
+    constexpr std::uint8_t kBuffer = 0;
+    constexpr std::uint8_t kAToB = 1;
+    auto& state = *state_;
+    const auto cells = [&](int channel, std::initializer_list<ColumnType> types, std::uint8_t range) {
+        state.Timing.TimingDisp.fill({});
+        std::size_t at = 0;
+        for (const ColumnType type : types) {
+            state.Timing.TimingDisp[at++] = {static_cast<std::uint8_t>(type), range, 0};
+        }
+        test::ShowLines(state, {{channel}});
+        return test::Paint(state, 1000, 60).Canvas.TextsAt(kHeaderHeight);
+    };
+    state.Timing.TimingGrid = 0;
+    using enum ColumnType;
+    const auto text = ReadText(GetParam());
+    const auto samples = static_cast<std::int64_t>(text.begin()->second.size());
+    state.Cursors.Cur[0] = static_cast<std::int32_t>(samples * 3 / 4);  // crossed
+    state.Cursors.Cur[1] = static_cast<std::int32_t>(samples / 4);
+    for (const std::int8_t unit : {std::int8_t{1}, std::int8_t{0}}) {
+        state.Cursors.CursorDlgMode = unit;
+        const double period = unit == 0 ? 0 : oracle_["file_period_ns"].get<double>();
+        for (const auto& [channel, levels] : text) {
+            SCOPED_TRACE(channel);
+            for (const std::uint8_t range : {kBuffer, kAToB}) {
+                const Expected expected(levels, range == kBuffer ? 0 : samples / 4,
+                                        range == kBuffer ? INT32_MAX : samples * 3 / 4, period);
+                EXPECT_EQ(
+                    cells(channel,
+                          {Count, Period, AvgWidth0, AvgWidth1, MinWidth0, MinWidth1, MaxWidth0, MaxWidth1},
+                          range),
+                    expected.Widths());
+                EXPECT_EQ(cells(channel, {DutyFalling, DutyRising, Frequency}, range), expected.Ratios());
+            }
         }
     }
 }

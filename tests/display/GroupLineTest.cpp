@@ -1,7 +1,10 @@
 // Group lines in all styles.
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <set>
 
 #include "display/GroupLine.h"
+#include "state/SampleView.h"
 #include "support/Groups.h"
 #include "support/Recorded.h"
 #include "support/TimingFixture.h"
@@ -138,6 +141,96 @@ TEST(GroupTextLine, StopsAt13499Samples) {
     EXPECT_NE(p.Ops().find("line 13599,42\n"), std::string::npos) << "100 + 13499";
 }
 
+/// What a text line draws: its texts with their places, and the pixel columns that are hatched.
+struct TextLineDrawing {
+    std::vector<std::pair<std::int32_t, std::string>> Texts;
+    std::set<std::int32_t> Hatched;
+    friend bool operator==(const TextLineDrawing&, const TextLineDrawing&) = default;
+};
+
+TextLineDrawing ReadDrawing(const RecorderCanvas& canvas) {
+    TextLineDrawing drawing;
+    for (const auto& op : canvas.Ops()) {
+        if (op.What == Kind::Text) drawing.Texts.emplace_back(op.Area.Left, op.String);
+        if (op.What != Kind::Polyline) continue;
+        for (const Point& point : op.Points) drawing.Hatched.insert(point.X);
+    }
+    return drawing;
+}
+
+/// The same from the samples, bit by bit.
+TextLineDrawing SlowDrawing(const InstrumentState& state, std::int64_t first, std::int32_t zoom,
+                            std::int32_t right) {
+    const GroupRecord& group = state.Groups[0];
+    std::int64_t length = INT32_MAX;
+    for (std::int32_t i = 0; i < group.Size; ++i) {
+        const int channel = group.Channels[static_cast<std::size_t>(i)];
+        length = std::min<std::int64_t>(length, BindChannel(state, channel).Shown);
+    }
+    const auto textAt = [&](std::int64_t sample) {
+        std::string text;
+        for (std::int32_t i = group.Size - 1; i >= 0; --i) {
+            const int channel = group.Channels[static_cast<std::size_t>(i)];
+            text += (BindChannel(state, channel).At(sample) >> channel % 8 & 1) != 0 ? '1' : '0';
+        }
+        return text;
+    };
+    const std::int64_t stride = zoom < 0 ? -zoom : 1;
+    const std::int32_t pixels = zoom < 0 ? 1 : zoom;
+    const std::int64_t start = first - first % stride;
+    TextLineDrawing drawing;
+    for (std::int32_t x = 100; x < right;) {
+        const std::int64_t step = (x - 100) / pixels;
+        // Below zoom 0 a column is drawn when it is whole, above it when its sample is there.
+        const auto has = [&](std::int64_t s) { return start + (s + (zoom < 0 ? 1 : 0)) * stride <= length; };
+        const auto there = [&](std::int64_t s) { return zoom < 0 ? has(s) : start + s < length; };
+        if (!there(step)) break;
+        const std::string text = textAt(start + step * stride);
+        std::int64_t end = step + 1;
+        while (100 + end * pixels < right && there(end) && textAt(start + end * stride) == text) ++end;
+        const auto x1 = static_cast<std::int32_t>(std::min<std::int64_t>(100 + end * pixels, right));
+        const auto width = static_cast<std::int32_t>(6 * text.size());
+        if (width > x1 - x) {
+            for (std::int32_t column = x; column < x1; ++column) drawing.Hatched.insert(column);
+        } else {
+            drawing.Texts.emplace_back(end - step == 1 ? x : (x1 - width - x) / 2 + x, text);
+        }
+        x = x1;
+    }
+    return drawing;
+}
+
+TEST(GroupTextLine, ShowsWhatASlowReadingOfEveryChannelShows) {
+    test::Random random(31);
+    GroupPainter p(0);
+    constexpr std::int32_t kZooms[] = {50, 25, 10, 5, 3, 2, 1, -1, -2, -4, -7, -10, -40};
+    for (int round = 0; round < 600; ++round) {
+        const std::int32_t zoom = kZooms[random.Below(13)];
+        const std::int32_t length = 1 + random.Below(zoom < 0 ? 300 * -zoom : 400);
+        SetLength(*p.State, length);
+        const std::int32_t rarity = 1 + random.Below(zoom < 0 ? 60 * -zoom : 60);
+        for (int pod = 0; pod < 3; ++pod) {
+            int value = random.Below(256);
+            FillPod(*p.State, pod, [&](std::int32_t) {
+                if (random.OneIn(rarity)) value = random.Below(256);
+                return value;
+            });
+            p.State->Pods.AdjAddr[static_cast<std::size_t>(pod)] = random.OneIn(3) ? random.Below(50) : 0;
+        }
+        GroupRecord& group = MakeRun(*p.State, 0, 1 + random.Below(6));
+        for (std::int32_t i = 0; i < group.Size; ++i)
+            group.Channels[static_cast<std::size_t>(i)] = random.Below(24);
+        const std::int64_t first = random.Below(length);
+        const std::int32_t right = 101 + random.Below(500);
+        if (ShownSamples(first, zoom, right - 100, length) == 0) continue;
+        p.Draw(first, zoom, right, 1);
+        const TextLineDrawing drawn = ReadDrawing(p.Canvas);
+        const TextLineDrawing slow = SlowDrawing(*p.State, first, zoom, right);
+        ASSERT_EQ(drawn.Texts, slow.Texts) << "round " << round << " zoom " << zoom;
+        ASSERT_EQ(drawn.Hatched, slow.Hatched) << "round " << round << " zoom " << zoom;
+    }
+}
+
 TEST(GroupOverlay, DrawsEachChannelInItsOwnColour) {
     GroupPainter p(100);
     MakeGroup(*p.State, {1, 9, 77, -3, 2});
@@ -212,8 +305,8 @@ TEST(GroupCurve, TwosComplementSwingsAroundTheMiddle) {
     GroupRecord& group = MakeRun(*p.State, 0, 8);
     group.TwosComplement = 1;
     FillPod(*p.State, 0, [](std::int32_t i) { return i == 0 ? 0 : i == 1 ? 127 : i == 2 ? 128 : 255; });
-    p.Draw(0, 10, 139, 7);
-    // o = 128 / 16 = 8; -1 is cut to 0.
+    p.Draw(0, 10, 129, 7);
+    // o = 128 / 16 = 8; -1 is cut to 0. Two whole samples are on screen, the line runs on to the fourth.
     EXPECT_EQ(p.Canvas.LastPolyline(), (Points{
                                            {100, 46},
                                            {110, 39},
@@ -221,6 +314,19 @@ TEST(GroupCurve, TwosComplementSwingsAroundTheMiddle) {
                                            {130, 46},
                                            {130, 46},
                                        }));
+}
+
+TEST(GroupCurve, ItsLineReachesTheRightEdge) {
+    GroupPainter p(100);
+    MakeRun(*p.State, 0, 8);
+    for (const int zoom : {2, 5, 10, 25, 50}) {
+        for (std::int32_t right = 150; right < 210; ++right) {
+            p.Draw(0, zoom, right, 7);
+            EXPECT_GE(p.Canvas.LastPolyline().back().X, right) << zoom;
+        }
+    }
+    p.Draw(97, 10, 400, 7);
+    EXPECT_EQ(p.Canvas.LastPolyline().back().X, 120) << "or the last sample";
 }
 
 TEST(GroupCurve, BelowZoom0LeastMostAndLastOfEachColumn) {
@@ -262,6 +368,27 @@ TEST(GroupCurve, LabelModesOnAGroupAreACurve) {
     MakeRun(*p.State, 0, 8);
     p.Draw(0, 10, 300, 7, LineExtra::PulseWidth);
     EXPECT_EQ(test::Polylines(p.Canvas).size(), 1U);
+}
+
+TEST(GroupTextLine, ModesOfTimingStylesDoNotChangeIt) {
+    GroupPainter p(100);
+    MakeRun(*p.State, 0, 8);
+    p.Draw(0, 10, 300, 0);
+    const std::string plain = p.Ops();
+    for (const auto extra : {LineExtra::Overlay, LineExtra::Difference, LineExtra::PulseWidth}) {
+        p.Draw(0, 10, 300, 0, extra);
+        EXPECT_EQ(p.Ops(), plain);
+    }
+}
+
+TEST(GroupTextLine, PatternPodsShowTheirPattern) {
+    GroupPainter p(100);
+    MakeRun(*p.State, 0, 16);
+    std::fill_n(p.State->Buffer.Pattern(1).begin(), 100, std::uint8_t{0xAB});
+    FillPod(*p.State, 0, [](std::int32_t) { return 0xCD; });
+    p.State->Pods.HardwarePod[1] = 2;
+    p.Draw(0, 10, 300, 0);
+    EXPECT_EQ(p.Canvas.TextsAt(37), (std::vector<std::string>{"ABCD"}));
 }
 
 TEST(GroupCells, NumberNameAndBlanks) {

@@ -1,6 +1,8 @@
 // What lies under a point: rows, columns, cursors, ticks.
+#include <algorithm>
 #include <gtest/gtest.h>
 
+#include "display/GroupLine.h"
 #include "display/HitTest.h"
 #include "display/Zoom.h"
 #include "support/TimingFixture.h"
@@ -47,6 +49,44 @@ TEST(LineAtY, LinesWithoutDataTakeNoRoom) {
     SetBufLenFull(state->Buffer.BufLen, 1, 0);
     ShowLines(*state, {{8, 5}, {9, 5}, {0, 5}});
     EXPECT_EQ(LineAtY(*state, kFonts, 36)->Line, 2);
+}
+
+TEST(LineAtY, FindsTheRowThatWasPainted) {
+    test::Random random(9);
+    const auto state = MakeState(15);
+    test::ShowColumns(*state, {{1}});
+    state->Timing.TimingGrid = 0;
+    for (int round = 0; round < 200; ++round) {
+        const Metrics fonts = Metrics::ForScreen(round % 2 == 0 ? 600 : 1080);
+        for (int pod = 0; pod < 20; ++pod)
+            SetBufLenFull(state->Buffer.BufLen, pod, random.OneIn(4) ? 0 : 1000);
+        for (GroupRecord& group : state->Groups)
+            group.Mode = static_cast<std::int8_t>(random.OneIn(6) ? 3 + random.Below(4) : 0);
+        state->Timing.TimingLines = 1 + random.Below(60);
+        state->Timing.TimingChPos = random.Below(5);
+        // Each source once, so that its number names its row.
+        for (std::size_t line = 0; line < 60; ++line) {
+            state->Timing.LineSource[line] = random.OneIn(3) && line < 30
+                                                 ? 160 + static_cast<std::int32_t>(line)
+                                                 : static_cast<std::int32_t>(2 * line) + random.Below(2);
+            state->Timing.LineStyle[line] = static_cast<std::uint8_t>(random.Below(12));
+        }
+        const auto painted = test::Paint(*state, 400, 1200, fonts);
+        for (std::int32_t y = kHeaderHeight; y < 1200; ++y) {
+            const auto hit = LineAtY(*state, fonts, y);
+            if (!hit) break;
+            if (y != hit->Top) continue;
+            const bool group = hit->Kind == LineKind::Group;
+            const bool lanes = group && IsSpiGroup(*state, hit->Number);
+            // An SPI line has its group's number below the first lane.
+            const std::int32_t at = lanes ? LaneTop(y, 0, fonts) + kLaneStep : y;
+            const auto texts = painted.Canvas.TextsAt(at);
+            const std::string number =
+                group ? "G" + std::to_string(hit->Number + 1) : std::to_string(hit->Number);
+            ASSERT_NE(std::find(texts.begin(), texts.end(), number), texts.end())
+                << "round " << round << " y " << y << " line " << hit->Line;
+        }
+    }
 }
 
 TEST(ColumnAtX, FindsTheSpan) {

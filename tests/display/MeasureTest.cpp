@@ -179,6 +179,21 @@ TEST(Measure, EqualsThePassesAsTold) {
     }
 }
 
+TEST(Measure, ShortPhasesBehindLongOnes) {
+    const auto state = MakeState();
+    SetLength(*state, 4000);
+    for (const std::int32_t longest : {60, 63, 64, 65, 66, 67, 127, 128, 129, 130, 131, 700}) {
+        for (const std::int32_t shortest : {1, 2, 7, 12}) {
+            FillPod(*state, 0, [&](std::int32_t i) {
+                return (i < 4 * longest ? i / longest : (i - 4 * longest) / shortest) & 1;
+            });
+            const SampleView view = BindChannel(*state, 0);
+            SCOPED_TRACE(longest * 1000 + shortest);
+            ExpectSame(MeasureChannel(view, 1, {0, 4000}), Told{view, 1, 0, 4000}.All());
+        }
+    }
+}
+
 TEST(Measure, NoEdgeInRange) {
     const auto state = MakeState();
     SetLength(*state, 1000);

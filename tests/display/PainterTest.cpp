@@ -1,4 +1,5 @@
 // The whole paint of the Timing view: order, grid, title, headers, cells, flags.
+#include <algorithm>
 #include <gtest/gtest.h>
 
 #include "display/Cells.h"
@@ -83,6 +84,63 @@ TEST(Paint, FillsOnePixelBeyondTheClientArea) {
     EXPECT_EQ(ops[1].Color, 0x123456U);
 }
 
+/// Place of the first operation that `is` accepts, among all.
+template <typename Is>
+std::size_t FirstOp(const RecorderCanvas& canvas, Is&& is) {
+    const auto& ops = canvas.Ops();
+    return static_cast<std::size_t>(std::find_if(ops.begin(), ops.end(), is) - ops.begin());
+}
+
+TEST(Paint, BackgroundGridStripHeadersRowsCentreAndFlagsInThisOrder) {
+    const auto state = MakeState();
+    SetLength(*state, 1000);
+    DefaultColumns(*state);
+    ShowLines(*state, {{3}});
+    state->Cursors.Cur = {20, 0, 0, 0, 0, 0};
+    const auto painted = Paint(*state, 800, 200);
+    const auto lineTo = [](std::int32_t x, std::int32_t y) {
+        return [x, y](const RecorderCanvas::Op& op) {
+            return op.What == Kind::Line && op.Area.Left == x && op.Area.Top == y;
+        };
+    };
+    const auto text = [](std::string_view string, std::int32_t y) {
+        return [string, y](const RecorderCanvas::Op& op) {
+            return op.What == Kind::Text && op.String == string && op.Area.Top == y;
+        };
+    };
+    const std::size_t order[] = {
+        FirstOp(painted.Canvas, [](const auto& op) { return op.What == Kind::Fill; }),
+        FirstOp(painted.Canvas, lineTo(150, 41)),  // first dash of the grid
+        FirstOp(painted.Canvas, lineTo(800, 13)),  // centre line of the strip
+        FirstOp(painted.Canvas, text("Name", HeaderLineY({}, 0))),
+        FirstOp(painted.Canvas, text("Pod 1A Ch 3", 36)),
+        FirstOp(painted.Canvas, [](const auto& op) { return op.What == Kind::Polyline; }),
+        FirstOp(painted.Canvas, lineTo(150 + 325, 200)),  // centre of the screen
+        FirstOp(painted.Canvas, lineTo(170, 200)),        // cursor A
+        FirstOp(painted.Canvas, text("A", 26)),
+        painted.Canvas.Ops().size(),
+    };
+    for (std::size_t i = 1; i < std::size(order); ++i) EXPECT_LT(order[i - 1], order[i]) << i;
+}
+
+TEST(Paint, StylesAndModesOfGroupsMakeAChannelLineNoOther) {
+    const auto state = MakeState();
+    SetLength(*state, 1000);
+    ShowColumns(*state, {});
+    SetHigh(*state, 0, 10, 20);
+    const auto trace = [&](int style, int mode) {
+        ShowLines(*state, {{0, style, mode}});
+        return test::Polylines(Paint(*state, 800, 200).Canvas).at(0);
+    };
+    const auto plain = trace(5, 0);
+    for (const int mode : {1, 2, 3, 4, 5}) EXPECT_EQ(trace(5, mode), plain) << mode;
+    for (int style = 0; style < 5; ++style) {
+        const auto points = trace(style, 0);
+        EXPECT_EQ(points[0].Y, 36 + 15 - 5) << "a row of text, with its trace";
+        EXPECT_EQ(points[2].Y, 36);
+    }
+}
+
 TEST(Paint, GridOfDashesEvery50Pixels) {
     const auto state = MakeState();
     ShowColumns(*state, {});
@@ -134,15 +192,16 @@ TEST(Paint, StripShowsCentreLineBoxAndTicks) {
     state->Timing.TimingDataPos = 1000;
     state->Cursors.Cur = {100, 200, 300, 400, 500, 0};
     const auto painted = Paint(*state, 800, 100);
+    EXPECT_NE(painted.Canvas.Dump().find("pen 808080\nmove 0,13\nline 800,13\n"
+                                         "move 100,22\nline 100,3\nline 180,3\nline 180,22\nline 100,22\n"),
+              std::string::npos)
+        << "the centre line, then the box from its lower left corner and back to it";
     const auto ticks = StrokesAt(painted.Canvas, 18, 7);  // 0.7 and 0.3 of 26
     ASSERT_EQ(ticks.size(), 5U);
     for (std::size_t i = 0; i < 5; ++i) {
         EXPECT_EQ(ticks[i].X, static_cast<std::int32_t>(10 * (i + 1)));
         EXPECT_EQ(ticks[i].Pen, state->Cursors.CursorColor[i]);
     }
-    // The box: from the bottom left up, right, down and back.
-    EXPECT_EQ(StrokesAt(painted.Canvas, 22, 3).at(0).X, 100);
-    EXPECT_EQ(StrokesAt(painted.Canvas, 3, 22).at(0).X, 180);
 }
 
 TEST(Paint, DemoModeIsToldWhileNoHardwareIsThere) {

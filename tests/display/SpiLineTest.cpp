@@ -1,5 +1,6 @@
 // SPI groups as four lanes.
 #include <gtest/gtest.h>
+#include <set>
 
 #include "display/GroupLine.h"
 #include "serial/SpiDecoder.h"
@@ -113,6 +114,43 @@ TEST(SpiLine, BytesTooNarrowForTheirTextAreHatched) {
     const auto far = Paint(*state, 800, 200);
     for (const auto& line : test::Polylines(far.Canvas))
         EXPECT_LT(line.size(), 100U) << "a column is filled once";
+}
+
+TEST(SpiLine, EveryByteIsSeenAtEveryZoomBelow0) {
+    test::Random random(5);
+    const auto state = SpiState(200000);
+    ShowColumns(*state, {});
+    for (int round = 0; round < 100; ++round) {
+        auto& entries = state->Serial.SpiSI[0];
+        std::fill(entries.begin(), entries.end(), std::uint16_t{0});
+        std::vector<std::pair<std::int64_t, std::int64_t>> bytes;
+        const std::int32_t gap = random.OneIn(2) ? 1 : 1 + random.Below(3000);
+        for (std::int64_t at = random.Below(500); at + 100 < 200000; at += random.Below(gap)) {
+            bytes.emplace_back(at, at + 7 + random.Below(30));
+            PutByte(entries, static_cast<std::size_t>(at), static_cast<std::size_t>(bytes.back().second),
+                    0x55);
+            at = bytes.back().second + 1;
+        }
+        const TimeAxis axis{random.Below(100000), -4 - random.Below(round % 2 == 0 ? 40 : 4000), 0, 700};
+        state->Timing.TimingDataPos = static_cast<std::int32_t>(axis.First);
+        state->Timing.ScreenZoom = axis.Zoom;
+        std::set<std::int64_t> drawn;
+        for (const auto& line : test::Polylines(Paint(*state, 700, 200).Canvas)) {
+            if (line[0].Y != 62 && line[0].Y != 74) continue;
+            for (const Point& point : line) drawn.insert(point.X);
+        }
+        // A byte fills its columns, the one that it ends in only beside others.
+        std::set<std::int64_t> least;
+        std::set<std::int64_t> most;
+        for (const auto& [start, end] : bytes) {
+            if (end <= axis.First) continue;
+            const std::int64_t x0 = std::max<std::int64_t>(axis.XOf(start), 0);
+            for (std::int64_t x = x0; x < std::max(axis.XOf(end), x0 + 1) && x < 700; ++x) least.insert(x);
+            for (std::int64_t x = x0; x <= axis.XOf(end) && x < 700; ++x) most.insert(x);
+        }
+        ASSERT_TRUE(std::includes(drawn.begin(), drawn.end(), least.begin(), least.end())) << round;
+        ASSERT_TRUE(std::includes(most.begin(), most.end(), drawn.begin(), drawn.end())) << round;
+    }
 }
 
 TEST(SpiLine, GroupsWithoutASlotOrWithMissingChannelsHaveLanesOnly) {

@@ -196,47 +196,100 @@ INSTANTIATE_TEST_SUITE_P(Decimation, EachNarrowZoom,
                          testing::Values(-1, -2, -3, -4, -10, -20, -40, -64, -100, -200, -333, -400, -1000,
                                          -2000, -4000));
 
+/// Fills channel 0..7 with phases of random lengths and glitches of one sample.
+void Jitter(Tracer& t, test::Random& random, std::int32_t length, std::int32_t rarity) {
+    SetLength(*t.State, length);
+    int value = random.Below(256);
+    FillPod(*t.State, 0, [&](std::int32_t) {
+        const int now = value;
+        if (random.OneIn(rarity)) value = random.Below(256);
+        return random.OneIn(2 * rarity) ? now ^ 0x10 : now;
+    });
+    t.State->Pods.AdjAddr[0] = random.Below(40);
+}
+
+/// Draws random samples at zoom -s and reads them slowly: a stroke exactly in the columns that differ from
+/// the level before them, and the level of the column's last sample behind it.
+void ExpectNoPulseLost(Tracer& t, test::Random& random, std::int32_t s) {
+    const std::int32_t length = s + random.Below(60 * s);
+    Jitter(t, random, length, 1 + random.Below(3 * s));
+    const std::int64_t first = random.Below(length);
+    const std::int32_t width = 1 + random.Below(70);
+    const int channel = random.Below(8);
+
+    const SampleView view = BindChannel(*t.State, channel);
+    const std::int64_t start = first - first % s;
+    const std::int64_t shown = ShownSamples(first, -s, width, view.Shown);
+    const auto columns = static_cast<std::int32_t>(shown > 0 ? (first % s + shown) / s : 0);
+    const Points points = t.Trace(channel, first, -s, kLeft + width);
+    if (columns == 0) {
+        ASSERT_TRUE(points.empty());
+        return;
+    }
+    ASSERT_EQ(points.front().X, kLeft);
+    ASSERT_EQ(points.back().X, kLeft + columns - 1);
+    const auto bit = [&](std::int64_t i) { return (view.At(i) >> channel & 1) != 0; };
+    const auto read = ReadColumns(points, columns);
+    bool before = bit(start);
+    for (std::int32_t c = 0; c < columns; ++c) {
+        bool differs = false;
+        for (std::int64_t i = start + c * s; i < start + (c + 1) * s; ++i)
+            differs = differs || bit(i) != before;
+        const Column& column = read[static_cast<std::size_t>(c)];
+        ASSERT_EQ(column.Stroke, differs) << "zoom " << -s << " column " << c;
+        before = bit(start + (c + 1) * s - 1);
+        ASSERT_EQ(column.Level, before) << "zoom " << -s << " column " << c;
+    }
+}
+
 TEST_P(EachNarrowZoom, HasAStrokeExactlyWhereASlowScanFindsADifference) {
-    const std::int32_t s = -GetParam();
-    test::Random random(static_cast<unsigned>(s));
+    test::Random random(static_cast<unsigned>(-GetParam()));
     Tracer t(0);
     for (int round = 0; round < 60; ++round) {
-        const std::int32_t length = s + random.Below(60 * s);
-        SetLength(*t.State, length);
-        const std::int32_t rarity = 1 + random.Below(3 * s);
-        int value = random.Below(256);
-        FillPod(*t.State, 0, [&](std::int32_t) {
-            const int now = value;
-            if (random.OneIn(rarity)) value = random.Below(256);
-            return random.OneIn(2 * rarity) ? now ^ 0x10 : now;  // glitches of one sample
-        });
-        t.State->Pods.AdjAddr[0] = random.Below(40);
-        const std::int64_t first = random.Below(length);
-        const std::int32_t width = 1 + random.Below(70);
-        const int channel = random.Below(8);
+        ExpectNoPulseLost(t, random, -GetParam());
+        ASSERT_FALSE(HasFatalFailure());
+    }
+}
 
-        const SampleView view = BindChannel(*t.State, channel);
-        const std::int64_t start = first - first % s;
-        const std::int64_t shown = ShownSamples(first, -s, width, view.Shown);
-        const auto columns = static_cast<std::int32_t>(shown > 0 ? (first % s + shown) / s : 0);
-        const Points points = t.Trace(channel, first, -s, kLeft + width);
-        if (columns == 0) {
+TEST(Decimation, NoPulseIsLostAtAnyZoomBelow0) {
+    test::Random random(12);
+    Tracer t(0);
+    for (int round = 0; round < 400; ++round) {
+        ExpectNoPulseLost(t, random, 1 + random.Below(round % 2 == 0 ? 40 : 4100));
+        ASSERT_FALSE(HasFatalFailure());
+    }
+}
+
+class EachWideZoom : public testing::TestWithParam<std::int32_t> {};
+INSTANTIATE_TEST_SUITE_P(Expansion, EachWideZoom, testing::Values(1, 2, 3, 5, 10, 25, 50));
+
+TEST_P(EachWideZoom, EveryPixelHasTheLevelOfItsSampleAndStrokesStandAtChanges) {
+    const std::int32_t p = GetParam();
+    test::Random random(static_cast<unsigned>(1000 + p));
+    Tracer t(0);
+    for (int round = 0; round < 100; ++round) {
+        const std::int32_t length = 1 + random.Below(300);
+        Jitter(t, random, length, 1 + random.Below(30));
+        const SampleView view = BindChannel(*t.State, 5);
+        const std::int64_t first = random.Below(length);
+        const std::int32_t width = p + random.Below(900);
+        const Points points = t.Trace(5, first, p, kLeft + width);
+        const std::int64_t left = view.Shown - first;
+        if (left <= 0) {
             ASSERT_TRUE(points.empty());
             continue;
         }
-        ASSERT_EQ(points.front().X, kLeft);
-        ASSERT_EQ(points.back().X, kLeft + columns - 1);
-        const auto bit = [&](std::int64_t i) { return (view.At(i) >> channel & 1) != 0; };
-        const auto read = ReadColumns(points, columns);
-        bool before = bit(start);
-        for (std::int32_t c = 0; c < columns; ++c) {
-            bool differs = false;
-            for (std::int64_t i = start + c * s; i < start + (c + 1) * s; ++i)
-                differs = differs || bit(i) != before;
-            const Column& column = read[static_cast<std::size_t>(c)];
-            ASSERT_EQ(column.Stroke, differs) << "zoom " << -s << " column " << c;
-            before = bit(start + (c + 1) * s - 1);
-            ASSERT_EQ(column.Level, before) << "zoom " << -s << " column " << c;
+        // The trace reaches the right edge or the end of the data.
+        ASSERT_GE(points.back().X, std::min<std::int64_t>(kLeft + width, kLeft + left * p));
+        const auto bit = [&](std::int64_t i) { return (view.At(i) >> 5 & 1) != 0; };
+        const auto pixels = static_cast<std::int32_t>(std::min<std::int64_t>(width, left * p));
+        const auto read = ReadColumns(points, pixels);
+        for (std::int32_t x = 0; x < pixels; ++x) {
+            const std::int64_t sample = first + x / p;
+            const Column& column = read[static_cast<std::size_t>(x)];
+            ASSERT_EQ(column.Level, bit(sample)) << "zoom " << p << " pixel " << x;
+            const bool change = x > 0 && x % p == 0 && bit(sample) != bit(sample - 1);
+            ASSERT_EQ(column.Stroke, change) << "zoom " << p << " pixel " << x;
         }
     }
 }

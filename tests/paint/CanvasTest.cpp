@@ -3,12 +3,14 @@
 #include <limits>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <QImage>
 #include <QPainter>
 
 #include "paint/Graphics.h"
 #include "paint/ImageCanvas.h"
+#include "support/TimingFixture.h"
 
 namespace zu {
 namespace {
@@ -29,6 +31,7 @@ class Sheet {
         canvas_->SetPen(kStateRed);
     }
     ImageCanvas& Draw() { return *canvas_; }
+    [[nodiscard]] const QImage& Image() const { return image_; }
     [[nodiscard]] QRgb At(int x, int y) const { return image_.pixel(x, y); }
     /// Smallest rectangle of device pixels that are not white.
     [[nodiscard]] QRect Ink() const {
@@ -75,6 +78,49 @@ TEST(ImageCanvas, APolylineIsTheSameAsItsLines) {
     }
     EXPECT_EQ(whole.At(40, 8), kRed);
     EXPECT_EQ(whole.At(50, 24), kRed) << "the slanted end";
+}
+
+TEST(ImageCanvas, ManyStrokesSideBySideAreTheSameAsTheirLines) {
+    test::Random random(3);
+    for (int round = 0; round < 300; ++round) {
+        const double scale = 1 + round % 3;
+        std::vector<Point> points{{random.Below(10), 5 + random.Below(20)}};
+        for (int i = 0; i < 120; ++i) {
+            Point next = points.back();
+            // Mostly a column to the right, up or down between two levels; at times anything.
+            if (i % 2 == 0) next.X += random.OneIn(6) ? random.Below(8) - 3 : random.Below(2);
+            if (i % 2 == 1) next.Y = random.OneIn(9) ? random.Below(40) : random.OneIn(3) ? 6 : 26;
+            if (random.OneIn(40)) next = {random.Below(60), random.Below(40)};
+            points.push_back(next);
+        }
+        Sheet whole(scale);
+        Sheet single(scale);
+        whole.Draw().Polyline(points);
+        single.Draw().MoveTo(points[0].X, points[0].Y);
+        for (const Point& p : points) single.Draw().LineTo(p.X, p.Y);
+        ASSERT_EQ(whole.Image(), single.Image()) << "round " << round;
+    }
+}
+
+TEST(ImageCanvas, ABusyTraceIsSolidAtEveryScale) {
+    for (const double scale : {0.5, 1.0, 1.25, 1.5, 1.75, 2.0, 2.5, 3.0}) {
+        std::vector<Point> points;
+        for (std::int32_t x = 10; x < 30; ++x) {
+            points.push_back({x, x % 2 == 0 ? 5 : 25});
+            points.push_back({x, x % 2 == 0 ? 25 : 5});
+        }
+        points.push_back({31, points.back().Y});  // flat over column 30
+        points.push_back({31, 5});
+        points.push_back({31, 25});
+        Sheet sheet(scale);
+        sheet.Draw().Polyline(points);
+        const int middle = static_cast<int>(15 * scale);
+        for (int x = static_cast<int>(10 * scale); x <= static_cast<int>(29 * scale); ++x)
+            ASSERT_EQ(sheet.At(x, middle), kRed) << "scale " << scale << " x " << x;
+        if (scale < 1) continue;
+        EXPECT_EQ(sheet.At(static_cast<int>(30 * scale), middle), kWhite) << scale;
+        EXPECT_EQ(sheet.At(static_cast<int>(31 * scale), middle), kRed) << scale;
+    }
 }
 
 TEST(ImageCanvas, AFillLeavesOutItsRightAndLowerEdge) {
