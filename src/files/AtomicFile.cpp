@@ -6,6 +6,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace zu {
 namespace {
@@ -27,7 +28,7 @@ std::string FollowLinks(std::string path) {
         const ssize_t size = ::readlink(path.c_str(), link.data(), link.size());
         if (size < 0) break;
         link.resize(static_cast<std::size_t>(size));
-        path = link.starts_with('/') ? link : FolderPart(path) + link;
+        path = link.starts_with('/') ? std::move(link) : FolderPart(path).append(link);
     }
     return path;
 }
@@ -72,7 +73,8 @@ void AtomicFile::Discard() {
 
 bool AtomicFile::CheckTarget() {
     struct stat facts {};
-    if (::stat(target_.c_str(), &facts) != 0) return true;
+    // Links that lead nowhere but to each other are no place for a new file.
+    if (::stat(target_.c_str(), &facts) != 0) return errno == ENOENT || Fail();
     // Renaming over a device or pipe would replace it, and over a protected file would get round its
     // protection.
     errno = S_ISDIR(facts.st_mode) ? EISDIR : EINVAL;

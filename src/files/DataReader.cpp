@@ -70,12 +70,10 @@ class RecordReader {
 
 void RecordReader::ReadHeader() {
     const auto keyword = TakeKeyword(source_);
-    if (!keyword) {
+    if (!keyword || keyword->Word == "SETTINGS") {
         keepGoing_ = false;
     } else if (keyword->Word == "DATA") {
         ReadData(keyword->EndedByBlank);
-    } else if (keyword->Word == "SETTINGS") {
-        keepGoing_ = false;
     } else if (keyword->Word == "COMMENT" && keyword->EndedByBlank) {
         SkipComment(source_);
     } else if (keyword->Word == "MODEL") {
@@ -158,9 +156,10 @@ void RecordReader::ReadDirection(std::int32_t first, std::int32_t count) {
 void RecordReader::ReportRange(std::int64_t first, std::int64_t count, int index) {
     if (rangeReported_) return;
     rangeReported_ = true;
+    const long long last = first + count;
     std::array<char, 128> text{};
     std::snprintf(text.data(), text.size(), "Address range[%lld..%lld] to long for buffer[%d]",
-                  static_cast<long long>(first), static_cast<long long>(first + count), index);
+                  static_cast<long long>(first), last, index);
     host_.Message(text.data(), "File Load Error(2)");
 }
 

@@ -12,7 +12,7 @@ char Upper(char c) {
 
 void TakeTextEnd(ByteSource& source) {
     const auto first = source.Next();
-    if (first == '\r' || first == '\n') source.Next();
+    if (first && (*first == '\r' || *first == '\n')) source.Next();
 }
 
 void TakePayloadEnd(ByteSource& source) {

@@ -138,6 +138,7 @@ void ReadTimingWin(InstrumentState& state, const IniText& ini) {
         ReadOldLines(timing, in);
     } else {
         ReadColumns(state, in);
+        if (!in.Find("LSE0")) ReadOldestLines(timing, in);
         ReadLines(timing, in, version < kCountedLines ? kOldLineRows : timing.TimingLines);
     }
 }

@@ -115,8 +115,10 @@ TEST(AtomicFile, DoesNotFollowLinksForEver) {
     const TempFolder folder;
     fs::create_symlink("b.zu", folder.Path() / "a.zu");
     fs::create_symlink("a.zu", folder.Path() / "b.zu");
-    WriteWholeFile(folder.File("a.zu"), "new");
+    EXPECT_NE(WriteWholeFile(folder.File("a.zu"), "new"), "");
     EXPECT_EQ(folder.Count(), 2);
+    EXPECT_TRUE(fs::is_symlink(folder.Path() / "a.zu")) << "no file takes the place of a link";
+    EXPECT_TRUE(fs::is_symlink(folder.Path() / "b.zu"));
 }
 
 mode_t ModeOf(const std::string& path) {
@@ -187,19 +189,6 @@ TEST(AtomicFile, FailsOnceTheFolderHasVanished) {
     EXPECT_EQ(ReadBytes(folder.File("moved/x.zu")), "old");
 }
 
-TEST(AtomicFile, RespectsWriteProtection) {
-    if (::geteuid() == 0) GTEST_SKIP() << "the superuser may write everywhere";
-    const TempFolder folder;
-    const std::string path = WriteBytes(folder.File("x.zu"), "old");
-    ::chmod(path.c_str(), 0400);
-    EXPECT_EQ(WriteWholeFile(path, "new"), "Could not save " + path + ": Permission denied");
-    ::chmod(path.c_str(), 0600);
-    ::chmod(folder.Path().c_str(), 0500);
-    EXPECT_EQ(WriteWholeFile(path, "new"), "Could not save " + path + ": Permission denied");
-    ::chmod(folder.Path().c_str(), 0700);
-    EXPECT_EQ(ReadBytes(path), "old");
-}
-
 /// Runs `body` in a process of its own and gives its exit code back.
 template <typename Body>
 int InAnotherProcess(Body body) {
@@ -208,6 +197,40 @@ int InAnotherProcess(Body body) {
     int status = 0;
     ::waitpid(child, &status, 0);
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+/// What a save says to a user who is not the superuser.
+std::string SaveAsNobody(const std::string& path) {
+    constexpr uid_t kNobody = 65534;
+    const std::string answer = path + ".answer";
+    WriteBytes(answer, "");
+    ::chmod(answer.c_str(), 0666);
+    const int code = InAnotherProcess([&path, &answer] {
+        if (::geteuid() == 0 &&
+            (::setresgid(kNobody, kNobody, kNobody) != 0 || ::setresuid(kNobody, kNobody, kNobody) != 0)) {
+            return 1;
+        }
+        WriteBytes(answer, WriteWholeFile(path, "new"));
+        return 0;
+    });
+    return code == 0 ? ReadBytes(answer) : "no other user to be";
+}
+
+TEST(AtomicFile, RespectsWriteProtection) {
+    const TempFolder folder;
+    const std::string path = WriteBytes(folder.File("x.zu"), "old");
+    const std::string denied = "Could not save " + path + ": Permission denied";
+    ::chmod(folder.Path().c_str(), 0777);
+    ::chmod(path.c_str(), 0444);
+    EXPECT_EQ(SaveAsNobody(path), denied) << "a file that may not be written";
+    ::chmod(path.c_str(), 0666);
+    ::chmod(folder.Path().c_str(), 0555);
+    WriteBytes(path + ".answer", "");
+    EXPECT_EQ(SaveAsNobody(path), denied) << "a folder that takes no temporary";
+    EXPECT_EQ(ReadBytes(path), "old");
+    ::chmod(folder.Path().c_str(), 0777);
+    EXPECT_EQ(SaveAsNobody(path), "");
+    EXPECT_EQ(ReadBytes(path), "new");
 }
 
 TEST(AtomicFile, LeavesTheOldFileWholeOnAFullDisk) {

@@ -29,5 +29,9 @@ TEST(Corpus, OfDataFilesReadsWell) {
     EXPECT_GE(Feed("data", test::FuzzData), 20);
 }
 
+TEST(Corpus, OfValueChangeDumpsReadsWell) {
+    EXPECT_GE(Feed("vcd", test::FuzzVcd), 15);
+}
+
 }  // namespace
 }  // namespace zu

@@ -441,6 +441,15 @@ TEST(GroupSections, WithoutACountLeaveTheDefaultGroupsBesideThem) {
     EXPECT_EQ(state->Groups[1].Name, "Group 2");
 }
 
+TEST(GroupSections, OfACountOf0LeaveNoGroup) {
+    const auto state = StartState(10);
+    Read(*state, "[Group]\r\nTotGroups=0\r\n[Group0]\r\nN=a\r\nS=1\r\nL=3,\r\n");
+    for (const GroupRecord& group : state->Groups) EXPECT_EQ(group.Size, 0);
+    Read(*state, "[Group]\r\nTotGroups=-1\r\n[Group0]\r\nN=a\r\nS=1\r\nL=3,\r\n");
+    EXPECT_EQ(state->Groups[0].Size, 1) << "-1 is no count";
+    EXPECT_EQ(state->Groups[1].Size, 8);
+}
+
 TEST(GroupSections, LoseAnEntryWithoutItsComma) {
     const auto state = StartState(10);
     Read(*state, "[Group]\r\nTotGroups=1\r\n[Group5]\r\nN=x\r\nS=3\r\nL=1,2,3\r\n");

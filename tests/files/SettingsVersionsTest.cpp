@@ -206,6 +206,18 @@ TEST(Versions, Below187TheOldestLinesGiveWayToTheLaterOnes) {
     EXPECT_EQ(state->Timing.LineSource[1], 1);
 }
 
+TEST(Versions, OfAnyAgeTakeTheOldestLinesWhereNoLaterOnesStand) {
+    for (const int version : kVersions) {
+        const auto state = Read(version, "[TimingWin]\r\nTimingLines=2\r\nL0=9\r\nS0=6\r\nL1=160\r\n");
+        EXPECT_EQ(state->Timing.LineSource[0], 9) << version;
+        EXPECT_EQ(state->Timing.LineStyle[0], 6) << version;
+        EXPECT_EQ(state->Timing.LineSource[1], 160) << version;
+    }
+    const auto both = Read(192, "[TimingWin]\r\nTimingLines=2\r\nL0=9\r\nL1=10\r\nLSE0=20,7,0\r\n");
+    EXPECT_EQ(both->Timing.LineSource[0], 20);
+    EXPECT_EQ(both->Timing.LineSource[1], 1);
+}
+
 TEST(Versions, WithoutAFileSectionAreTheOldest) {
     auto state = test::StartState(10);
     test::ScriptedHost host;

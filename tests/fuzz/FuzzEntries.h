@@ -13,5 +13,7 @@ namespace zu::test {
 std::string FuzzSettings(std::span<const std::uint8_t> bytes);
 /// A data file: the buffers, messages and memory modes are those of the plainest reader.
 std::string FuzzData(std::span<const std::uint8_t> bytes);
+/// A value change dump: channels and times stay in their bounds and order.
+std::string FuzzVcd(std::span<const std::uint8_t> bytes);
 
 }  // namespace zu::test
