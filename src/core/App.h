@@ -8,6 +8,8 @@
 
 namespace zu {
 
+class SimInstrument;
+
 /// What the operating system says of itself. The defaults are this platform's; tests inject others.
 struct PlatformFacts {
     std::uint32_t PlatformId = 2;   ///< 2 the NT family's way of port access, 1 the older one's
@@ -18,7 +20,9 @@ struct PlatformFacts {
 struct PollState {
     bool TimerRunning = false;    ///< one of the two timers
     bool FastLoopActive = false;  ///< a tight loop is on the stack
-    bool InTimerBody = false;     ///< a poll is on the stack; another one must not begin
+    int BusyDepth = 0;  ///< polls and programming steps on the stack; while there are any no poll begins
+    std::uint32_t ArmBegan = 0;  ///< tick counts around the last arming after a read-out
+    std::uint32_t ArmEnded = 0;
 };
 
 /// What every operation of the controller works on. One instance for the life of the process.
@@ -29,7 +33,9 @@ struct App {
     HardwareSession& Hardware;
     PlatformFacts Platform{};
     PollState Poll{};
-    CommandSet Removed{};       ///< menu entries taken away at start; never given back
+    CommandSet Removed{};                ///< menu entries taken away at start; never given back
+    SimInstrument* Simulated = nullptr;  ///< the instrument behind the cable, if it is the simulated one
+    int Scene = 0;                       ///< place in kSimScenes of its signals; -1 for a replayed file
     int MainMovesToIgnore = 0;  ///< first moves of a new frame that must not overwrite the stored rectangle
 };
 

@@ -4,6 +4,8 @@
 #include <span>
 #include <string>
 
+#include "core/CaptureSteps.h"
+#include "hw/Arming.h"
 #include "serial/I2cDecoder.h"
 #include "serial/MicrowireDecoder.h"
 #include "state/Rates.h"
@@ -11,11 +13,6 @@
 namespace zu {
 namespace {
 
-constexpr std::uint8_t kIdle = 0;
-constexpr std::uint8_t kRunning = 1;
-constexpr std::uint8_t kPaused = 2;
-
-constexpr std::uint8_t kAuto = 2;
 constexpr std::uint8_t kBoard = 0;
 constexpr std::uint8_t kHardwareEmulation = 2;
 constexpr std::uint8_t kReprogramAll = 0xFF;
@@ -28,51 +25,29 @@ CaptureRecord& Capture(App& app) {
     return app.State.Capture;
 }
 
+bool OnBoard(const App& app) {
+    return app.State.Identity.Emulated == kBoard;
+}
+
 int TimerId(const App& app) {
-    return app.State.Identity.Emulated == kBoard ? kHardwareTimer : kEmulationTimer;
-}
-
-/// One capture and then idle: Single, One Shot, Continuous.
-bool EndsAfterOne(std::uint8_t mode) {
-    return mode == 1 || mode == 3 || mode == 4;
-}
-
-bool TimerPaced(const CaptureRecord& capture) {
-    return capture.CaptureMode == kAuto || capture.CaptureLoopMode == 0;
-}
-
-void StartTimer(App& app, int id) {
-    app.Host.StartTimer(id, GetTimerPeriod(app));
-    app.Poll.TimerRunning = true;
-}
-
-void KillTimer(App& app, int id) {
-    app.Host.KillTimer(id);
-    app.Poll.TimerRunning = false;
+    return OnBoard(app) ? kHardwareTimer : kEmulationTimer;
 }
 
 void RefuseHardwareEmulation(App& app) {
     app.Host.Message("Can't capture in Hardware emulation\tmode", "ERROR:");
 }
 
-void SetStatus(App& app, std::string_view text) {
-    Capture(app).StatusText = text;
-    RedrawIfOpen(app, WindowId::Cursor);
-}
-
-std::string WithCount(std::string_view before, std::int32_t count, std::string_view after) {
-    return std::string(before) + std::to_string(count) + std::string(after);
-}
-
-void ArmEmulation(App& app) {
+/// Arms for Go. A text that a failed arming left is overwritten.
+void BeginCapture(App& app) {
     CaptureRecord& capture = Capture(app);
-    if (TimerPaced(capture)) StartTimer(app, kEmulationTimer);
+    if (TimerPaced(capture)) StartPolling(app, TimerId(app));
     capture.TrigStat = 0;
-    capture.CaptureState = kRunning;
+    capture.CaptureState = kCaptureRunning;
     capture.CaptureCount = 0;
     app.State.Pods.ReprogramFlag = kReprogramAll;
+    if (OnBoard(app) && !ArmInstrument(app)) Stop(app);
     SetStatus(app, "Go hit");
-    if (!TimerPaced(capture)) FastLoop(app, kEmulationTimer);
+    if (!TimerPaced(capture) && !app.Poll.FastLoopActive) FastLoop(app, TimerId(app));
 }
 
 /// The tick stands for a capture: the count shows in the data, so that the display changes.
@@ -81,7 +56,7 @@ void EmulationTick(App& app) {
     ++capture.TimerBodies;
     const bool once = EndsAfterOne(capture.CaptureMode);
     if (once) {
-        capture.CaptureState = kIdle;  // the timer goes on, with a count of 0, until Stop
+        capture.CaptureState = kCaptureIdle;  // the timer goes on, with a count of 0, until Stop
         capture.CaptureCount = 0;
     } else {
         ++capture.CaptureCount;
@@ -92,17 +67,16 @@ void EmulationTick(App& app) {
     SetStatus(app, WithCount("Triggered ", capture.CaptureCount, ""));
     RedrawIfOpen(app, WindowId::Timing);
     RedrawIfOpen(app, WindowId::StateList);
-    if (app.State.Windows.SerialStat != 0) DecodeSerialGroup(app.State);
-    RedrawIfOpen(app, WindowId::Serial);
-    if (once || capture.CaptureState == kIdle) return;
-    capture.CaptureState = kRunning;
-    if (TimerPaced(capture)) StartTimer(app, kEmulationTimer);
+    RefreshSerialWindow(app);
+    if (once || capture.CaptureState == kCaptureIdle) return;
+    capture.CaptureState = kCaptureRunning;
+    if (TimerPaced(capture)) StartPolling(app, kEmulationTimer);
 }
 
 /// A change that leaves a capture running without a poller would leave it waiting for ever.
 void EnsurePoller(App& app) {
     const bool polled = app.Poll.TimerRunning || app.Poll.FastLoopActive;
-    if (Capture(app).CaptureState == kRunning && !polled) FastLoop(app, TimerId(app));
+    if (Capture(app).CaptureState == kCaptureRunning && !polled) FastLoop(app, TimerId(app));
 }
 
 void ZeroDecoded(App& app) {
@@ -151,6 +125,30 @@ class Flagged {
 
 }  // namespace
 
+std::string WithCount(std::string_view before, std::int32_t count, std::string_view after) {
+    return std::string(before) + std::to_string(count) + std::string(after);
+}
+
+void SetStatus(App& app, std::string_view text) {
+    Capture(app).StatusText = text;
+    RedrawIfOpen(app, WindowId::Cursor);
+}
+
+void StartPolling(App& app, int id) {
+    app.Host.StartTimer(id, GetTimerPeriod(app));
+    app.Poll.TimerRunning = true;
+}
+
+void EndPolling(App& app, int id) {
+    app.Host.KillTimer(id);
+    app.Poll.TimerRunning = false;
+}
+
+void RefreshSerialWindow(App& app) {
+    if (app.State.Windows.SerialStat != 0) DecodeSerialGroup(app.State);
+    RedrawIfOpen(app, WindowId::Serial);
+}
+
 std::string_view CaptureModeText(int mode) {
     if (mode < 0 || mode >= kCaptureModeCount) return {};
     return kCaptureModes[static_cast<std::size_t>(mode)].BoxText;
@@ -159,47 +157,51 @@ std::string_view CaptureModeText(int mode) {
 void Go(App& app) {
     CaptureRecord& capture = Capture(app);
     capture.TimerBodies = 0;
-    if (capture.CaptureState == kRunning) Stop(app);
+    if (capture.CaptureState == kCaptureRunning) Stop(app);
     if (capture.ClearBufferOnGo != 0) ClearDataBuffer(app);
     capture.TicksSinceGo = 0;
     SetStatus(app, "Go hit");
     if (app.State.Identity.Emulated == kHardwareEmulation) return RefuseHardwareEmulation(app);
-    if (app.State.Identity.Emulated != kBoard) ArmEmulation(app);
+    if (OnBoard(app) && capture.CaptureState == kCaptureRunning) return;
+    BeginCapture(app);
 }
 
 void Stop(App& app) {
     CaptureRecord& capture = Capture(app);
     if (app.State.Identity.Emulated == kHardwareEmulation) return RefuseHardwareEmulation(app);
-    capture.CaptureState = kIdle;
-    if (TimerPaced(capture)) KillTimer(app, TimerId(app));
+    if (OnBoard(app)) ReportUsbFailure(app);
+    capture.CaptureState = kCaptureIdle;
+    if (TimerPaced(capture)) EndPolling(app, TimerId(app));
+    if (OnBoard(app)) StopPatternGen(app.Hardware, app.State);
     SetStatus(app, WithCount("Stop hit (", capture.CaptureCount, ")"));
 }
 
 void End(App& app) {
     CaptureRecord& capture = Capture(app);
     if (app.State.Identity.Emulated == kHardwareEmulation) return RefuseHardwareEmulation(app);
-    if (app.State.Identity.Emulated == kBoard) return;
-    capture.CaptureState = kIdle;
+    if (OnBoard(app)) return EndOnInstrument(app);
+    capture.CaptureState = kCaptureIdle;
     SetStatus(app, WithCount("End hit (", capture.CaptureCount, ")"));
 }
 
 void GoOrStop(App& app) {
-    if (Capture(app).CaptureState == kIdle) return Go(app);
+    if (Capture(app).CaptureState == kCaptureIdle) return Go(app);
     Stop(app);
 }
 
 void PauseCapture(App& app) {
     CaptureRecord& capture = Capture(app);
-    if (capture.CaptureState == kRunning) {
-        KillTimer(app, TimerId(app));
-        capture.CaptureState = kPaused;
-    } else if (capture.CaptureState == kPaused) {
-        capture.CaptureState = kRunning;
-        if (TimerPaced(capture)) StartTimer(app, TimerId(app));
+    if (capture.CaptureState == kCaptureRunning) {
+        EndPolling(app, TimerId(app));
+        capture.CaptureState = kCapturePaused;
+    } else if (capture.CaptureState == kCapturePaused) {
+        capture.CaptureState = kCaptureRunning;
+        if (TimerPaced(capture)) StartPolling(app, TimerId(app));
+        if (OnBoard(app) && !ArmInstrument(app)) Stop(app);
     }
 }
 
-CapturePause::CapturePause(App& app) : app_(app), paused_(Capture(app).CaptureState == kRunning) {
+CapturePause::CapturePause(App& app) : app_(app), paused_(Capture(app).CaptureState == kCaptureRunning) {
     if (paused_) PauseCapture(app_);
 }
 
@@ -210,20 +212,21 @@ CapturePause::~CapturePause() {
 void CapturePause::Resume() {
     if (!paused_) return;
     paused_ = false;
-    if (Capture(app_).CaptureState == kPaused) PauseCapture(app_);
+    if (Capture(app_).CaptureState == kCapturePaused) PauseCapture(app_);
     EnsurePoller(app_);
 }
 
 void StopPollingWhenIdle(App& app) {
-    if (Capture(app).CaptureState != kIdle) return;
-    KillTimer(app, kHardwareTimer);
-    KillTimer(app, kEmulationTimer);
+    if (Capture(app).CaptureState != kCaptureIdle) return;
+    EndPolling(app, kHardwareTimer);
+    EndPolling(app, kEmulationTimer);
 }
 
 void TimerBody(App& app, int id) {
-    if (app.Poll.InTimerBody) return;
-    const Flagged inside(app.Poll.InTimerBody);
+    if (app.Poll.BusyDepth > 0) return;
+    const InstrumentBusy inside(app);
     if (id == kEmulationTimer) EmulationTick(app);
+    if (id == kHardwareTimer) PollInstrument(app);
 }
 
 void OnTimer(App& app, int id) {
@@ -236,14 +239,16 @@ void OnTimer(App& app, int id) {
 void FastLoop(App& app, int id) {
     CaptureRecord& capture = Capture(app);
     const Flagged inside(app.Poll.FastLoopActive);
-    while (capture.CaptureState != kIdle) {
-        if (capture.CaptureMode == kAuto) {
+    while (capture.CaptureState != kCaptureIdle) {
+        if (app.Poll.TimerRunning) return;  // a change on the way has gone over to the timer
+        if (capture.CaptureMode == kAutoMode) {
             Stop(app);
             return Go(app);
         }
         const Host::Turn turn = app.Host.RunWaitingMessage();
-        if (turn == Host::Turn::Quit) capture.CaptureState = kIdle;
-        if (turn == Host::Turn::Idle) TimerBody(app, id);
+        if (turn == Host::Turn::Quit) capture.CaptureState = kCaptureIdle;
+        // What ran may have stopped the capture; a poll behind Stop would overwrite its text.
+        if (turn == Host::Turn::Idle && capture.CaptureState != kCaptureIdle) TimerBody(app, id);
     }
 }
 

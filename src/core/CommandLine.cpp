@@ -1,10 +1,12 @@
 #include "core/CommandLine.h"
 
+#include <algorithm>
 #include <array>
 
 #include "core/Paths.h"
 #include "files/Decimal.h"
 #include "files/Paths.h"
+#include "hw/sim/SimScenes.h"
 #include "hw/sim/SimSpec.h"
 #include "state/Catalogue.h"
 
@@ -136,6 +138,17 @@ CommandLineEnd Misuse(const std::string& what) {
     return {2, "zu: " + what + "\n\n" + UsageText(), true};
 }
 
+constexpr std::array<std::string_view, 4> kValued{"--model", "--simulate", "--scene", "--screenshot"};
+
+/// Shows scenes where no other instrument is named.
+constexpr std::string_view kSceneInstrument = "Roach40L";
+
+std::string SceneNames() {
+    std::string names;
+    for (const SimScene& scene : kSimScenes) names += " " + std::string(scene.Name);
+    return names;
+}
+
 /// The arguments behind the program's name, read from the front.
 class Reader {
   public:
@@ -148,6 +161,7 @@ class Reader {
             const std::string& argument = args_[next_++];
             if (auto end = Take(argument)) return end;
         }
+        if (!options_.Scene.empty() && options_.Simulate.empty()) options_.Simulate = kSceneInstrument;
         return std::nullopt;
     }
 
@@ -181,8 +195,13 @@ class Reader {
         const std::string name = argument.substr(0, equals);
         if (name == "--help") return CommandLineEnd{0, UsageText(), false};
         if (name == "--version") return CommandLineEnd{0, VersionLine("zu"), false};
-        const bool known = name == "--model" || name == "--simulate" || name == "--screenshot";
-        if (!known) return Misuse("unknown option " + argument);
+        if (argument == "--hardware") {
+            options_.Simulate.clear();
+            options_.Scene.clear();
+            return std::nullopt;
+        }
+        if (std::find(kValued.begin(), kValued.end(), name) == kValued.end())
+            return Misuse("unknown option " + argument);
         std::string value;
         if (equals != std::string::npos) {
             value = argument.substr(equals + 1);
@@ -192,6 +211,7 @@ class Reader {
         if (value.empty()) return Misuse("option " + name + " needs a value");
         if (name == "--model") return TakeModel(value);
         if (name == "--simulate") return TakeSimulate(value);
+        if (name == "--scene") return TakeScene(value);
         options_.Screenshot = value;
         return std::nullopt;
     }
@@ -206,6 +226,12 @@ class Reader {
     std::optional<CommandLineEnd> TakeSimulate(const std::string& value) {
         if (!ParseSimulate(value)) return Misuse("no instrument to simulate " + value);
         options_.Simulate = value;
+        return std::nullopt;
+    }
+
+    std::optional<CommandLineEnd> TakeScene(const std::string& value) {
+        if (FindSimScene(value) == nullptr) return Misuse("no scene " + value + "; there are" + SceneNames());
+        options_.Scene = value;
         return std::nullopt;
     }
 
@@ -232,7 +258,11 @@ std::string UsageText() {
            "  --model=ROW        view as this model, by catalogue row or name, without asking\n"
            "  --simulate=MODEL[@CABLE]\n"
            "                     attach the simulated instrument behind a cable: isa, byte, epp, epp16,\n"
-           "                     epp32 or usb\n"
+           "                     epp32 or usb; nothing is simulated without this option or the next\n"
+           "  --scene=NAME       show signals of the simulated instrument live, a Roach40L if --simulate\n"
+           "                     names no other: bench, counters, clocks, i2c, spi, microwire, glitches\n"
+           "                     or noise\n"
+           "  --hardware         look for a real instrument, as without any option\n"
            "  --screenshot=FILE  write a picture of the window, without asking anything, and end\n"
            "  --help             print this text and end\n"
            "  --version          print the version and end\n"
@@ -247,7 +277,10 @@ std::string UsageText() {
            "  -TIMER100, -TIMER200, -TIMER500\n"
            "                     poll the instrument every 100, 200 or 200 ms\n"
            "  -PID_0025 to -PID_0827\n"
-           "                     connect by USB\n";
+           "                     connect by USB, whatever connection was used last\n"
+           "  -PERCHSMALLA, -PERCHWIDEA, -PERCHWIDEB\n"
+           "                     keep the entry that identifies the analyzer in the Help menu\n"
+           "  -1 to -10          accepted, without effect\n";
 }
 
 std::string VersionLine(std::string_view programName) {

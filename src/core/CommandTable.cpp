@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "hw/sim/SimScenes.h"
+
 namespace zu {
 namespace {
 
@@ -28,16 +30,16 @@ constexpr std::array kPlainRows{
     CommandRow{SaveSlotCommand(5), {"Save Settings &5", "Ctrl+Shift+5", "Save quick settings 5"}},
     CommandRow{CommandId::FileExport, {"&Export...", "Ctrl+E", "Write samples or decoded events as text"}},
     CommandRow{CommandId::FilePrint, {"&Print...", "Ctrl+P", "Print a view"}},
-    CommandRow{CommandId::DataLog, {"Data Log", "", "Write every capture to a numbered file"}},
+    CommandRow{CommandId::DataLog, {"Data Log", "Ctrl+L", "Write every capture to a numbered file"}},
     CommandRow{CommandId::DataLogSettings,
-               {"Data Log settings", "", "Name, format and counter of the data log"}},
+               {"Data Log settings", "Ctrl+Shift+L", "Name, format and counter of the data log"}},
     CommandRow{CommandId::AutosaveData,
                {"&Auto save settings and data", "", "Keep settings and data from one run to the next"}},
     CommandRow{CommandId::FileExit, {"E&xit", "Ctrl+Q", "End the program"}},
 
     CommandRow{CommandId::Go, {"&Go", "F5", "Start capturing; the key stops a running capture"}},
-    CommandRow{CommandId::Stop, {"&Stop", "", "Stop capturing"}},
-    CommandRow{CommandId::End, {"&End", "", "End the wait for a trigger and show what the memory holds"}},
+    CommandRow{CommandId::Stop, {"&Stop", "Shift+F5", "Stop capturing"}},
+    CommandRow{CommandId::End, {"&End", "F6", "End the wait for a trigger and show what the memory holds"}},
     CommandRow{CaptureModeCommand(0), {"&Normal (w/trigger)", "", "Capture on each trigger until stopped"}},
     CommandRow{CaptureModeCommand(1), {"&Single (w/trigger)", "", "Capture once"}},
     CommandRow{CaptureModeCommand(2), {"&Auto", "", "Capture on each trigger; force one when none comes"}},
@@ -50,18 +52,22 @@ constexpr std::array kPlainRows{
     CommandRow{CommandId::LoopFaster, {"Faster (High CPU usage)", "", "Poll the instrument without a rest"}},
     CommandRow{CommandId::ClearBufferOnGo,
                {"Clear buffer on Go", "", "Set all samples to 0 when a capture starts"}},
-    CommandRow{CommandId::ClearDataBuffer, {"Clear data buffer", "", "Set all samples to 0 now"}},
+    CommandRow{CommandId::ClearDataBuffer, {"Clear data buffer", "Ctrl+Del", "Set all samples to 0 now"}},
     CommandRow{CommandId::TriggerWord, {"Trigger &word...", "W", "Edit trigger words and levels"}},
     CommandRow{CommandId::TriggerOut, {"Trigger out enabled", "", "Drive the trigger output"}},
 
+    CommandRow{CommandId::ReplayFile,
+               {"&Replay file...", "", "Let the simulated instrument see what a data file or dump recorded"}},
+
     CommandRow{CommandId::RateUp, {"Rate &up", "Shift+R", "Next higher sample rate"}},
     CommandRow{CommandId::RateDown, {"Rate &down", "R", "Next lower sample rate"}},
-    CommandRow{CommandId::ClockInternal, {"&Internal", "", "Sample by the internal clock"}},
+    CommandRow{CommandId::ClockInternal, {"&Internal", "Ctrl+I", "Sample by the internal clock"}},
     CommandRow{CommandId::ClockExtRising,
                {"Ext. Clock[0] &Rising", "", "Sample on the rising edge of external clock 0"}},
     CommandRow{CommandId::ClockExtFalling,
                {"Ext. Clock[0] &Falling", "", "Sample on the falling edge of external clock 0"}},
-    CommandRow{CommandId::ClockExternal, {"&External ....", "", "Sample by a qualified external clock"}},
+    CommandRow{CommandId::ClockExternal,
+               {"&External ....", "Ctrl+Shift+I", "Sample by a qualified external clock"}},
     CommandRow{CommandId::ClockOr,
                {"Ext. Clock[0] or Ext. Clock[1]", "", "Sample by two external clocks joined by or"}},
     CommandRow{CommandId::ClockNor,
@@ -91,9 +97,9 @@ constexpr std::array kPlainRows{
     CommandRow{MemoryCommand(10), {"Small memory x3", "", "Short captures at three times the depth"}},
     CommandRow{MemoryCommand(11), {"Large memory x3", "", "Full captures at three times the depth"}},
 
-    CommandRow{CommandId::PodSetup, {"Pod mode &setup....", "", "What each pod does"}},
+    CommandRow{CommandId::PodSetup, {"Pod mode &setup....", "Ctrl+Shift+P", "What each pod does"}},
     CommandRow{CommandId::ThresholdVoltage,
-               {"&Threshold voltage...", "", "Voltage at which the inputs switch"}},
+               {"&Threshold voltage...", "Ctrl+Shift+V", "Voltage at which the inputs switch"}},
     CommandRow{CommandId::PatternVoltage,
                {"Pattern Generator output voltage...", "", "Voltage of generating pods"}},
     CommandRow{CommandId::PatternEditOld,
@@ -102,23 +108,32 @@ constexpr std::array kPlainRows{
     CommandRow{CommandId::PatternBackground,
                {"Background (Pattern Generator)", "", "Background of the pattern editor"}},
     CommandRow{CommandId::HardwareAddress,
-               {"&Hardware address...", "", "Find the instrument or choose emulation"}},
-    CommandRow{CommandId::BoardStatus, {"&Board status", "", "Model, depth and buffers of the instrument"}},
+               {"&Hardware address...", "Ctrl+Shift+H", "Find the instrument or choose emulation"}},
+    CommandRow{CommandId::BoardStatus,
+               {"&Board status", "Ctrl+B", "Model, depth and buffers of the instrument"}},
+    CommandRow{
+        CommandId::RegisterTrace,
+        {"Register trac&e...", "Ctrl+Shift+R", "Watch what is written to the instrument and read from it"}},
 
     CommandRow{CommandId::GroupSetup, {"&Group define...", "Ctrl+Shift+G", "Bundle channels to groups"}},
     CommandRow{CommandId::ChannelSetup,
-               {"&Channel names...", "", "Names, colours and inversion of channels"}},
-    CommandRow{CommandId::TimingSetup, {"&Timing setup...", "", "Lines of the Timing view"}},
-    CommandRow{CommandId::StateListSetup, {"&Statelist setup...", "", "Columns of the Statelist"}},
-    CommandRow{CommandId::InsertGroup, {"Insert group...", "", "Show a group in the Timing view"}},
-    CommandRow{CommandId::InsertSpacer, {"Insert spacer", "", "Put a spacer line into the Timing view"}},
-    CommandRow{CommandId::Search, {"&Search...", "Ctrl+F", "Find a word or a serial event"}},
-    CommandRow{CommandId::GoTo, {"G&o to...", "Ctrl+G", "Go to a sample, a time or a cursor"}},
-    CommandRow{CommandId::TranslateTable, {"Translate table...", "", "Texts shown for data values"}},
+               {"&Channel names...", "Ctrl+Shift+N", "Names, colours and inversion of channels"}},
+    CommandRow{CommandId::TimingSetup, {"T&iming setup...", "Ctrl+Shift+M", "Lines of the Timing view"}},
+    CommandRow{CommandId::StateListSetup,
+               {"State&list setup...", "Ctrl+Shift+S", "Columns of the Statelist"}},
+    CommandRow{CommandId::InsertGroup, {"I&nsert group...", "Ctrl+Ins", "Show a group in the Timing view"}},
+    CommandRow{CommandId::InsertSpacer,
+               {"Insert s&pacer", "Shift+Ins", "Put a spacer line into the Timing view"}},
+    CommandRow{CommandId::Search, {"&Search...", "Ctrl+F", "Find a word or a serial pattern"}},
+    CommandRow{CommandId::SearchForward, {"Search &forward", "F3", "Go on to the next match"}},
+    CommandRow{CommandId::SearchBackward, {"Search &backward", "Shift+F3", "Go back to the match before"}},
+    CommandRow{CommandId::GoTo, {"Go &to...", "Ctrl+G", "Go to a sample, a time or a cursor"}},
+    CommandRow{CommandId::TranslateTable,
+               {"T&ranslate table...", "Ctrl+Shift+X", "Texts shown for data values"}},
 
     CommandRow{CommandId::ZoomIn, {"Zoom &in", "+", "Show less time in more detail"}},
     CommandRow{CommandId::ZoomOut, {"Zoom &out", "-", "Show more time in less detail"}},
-    CommandRow{CommandId::TimingGrid, {"&Grid", "", "Grid lines and time per division"}},
+    CommandRow{CommandId::TimingGrid, {"&Grid", "G", "Grid lines and time per division"}},
 
     CommandRow{Plus(CommandId::ScreenColor0, 0), {"&Text...", "", "Colour of texts"}},
     CommandRow{Plus(CommandId::ScreenColor0, 1), {"&Background...", "", "Background of captured samples"}},
@@ -131,17 +146,17 @@ constexpr std::array kPlainRows{
     CommandRow{Plus(CommandId::CursorColor0, 3), {"Cursor &D...", "", "Colour of cursor D"}},
     CommandRow{Plus(CommandId::CursorColor0, 4), {"T&rigger cursor...", "", "Colour of the trigger cursor"}},
 
-    CommandRow{CommandId::WindowTiming, {"&Timing", "", "Open or close the Timing window"}},
-    CommandRow{CommandId::WindowStateList, {"&Statelist", "", "Open or close the Statelist"}},
-    CommandRow{CommandId::WindowSerial, {"Se&rial", "", "Open or close the serial window"}},
-    CommandRow{CommandId::WindowSpi, {"S&PI", "", "Open or close the SPI window"}},
-    CommandRow{CommandId::WindowCursor, {"&Cursor", "", "Open or close the cursor window"}},
-    CommandRow{CommandId::WindowPattern, {"Pattern &editor", "", "Open or close the pattern editor"}},
-    CommandRow{CommandId::WindowTile, {"Ti&le", "", "Place the windows side by side"}},
-    CommandRow{CommandId::WindowCascade, {"C&ascade", "", "Place the windows one behind the other"}},
+    CommandRow{CommandId::WindowTiming, {"&Timing", "Alt+1", "Open or close the Timing window"}},
+    CommandRow{CommandId::WindowStateList, {"&Statelist", "Alt+2", "Open or close the Statelist"}},
+    CommandRow{CommandId::WindowSerial, {"Se&rial", "Alt+3", "Open or close the serial window"}},
+    CommandRow{CommandId::WindowSpi, {"S&PI", "Alt+4", "Open or close the SPI window"}},
+    CommandRow{CommandId::WindowCursor, {"&Cursor", "Alt+5", "Open or close the cursor window"}},
+    CommandRow{CommandId::WindowPattern, {"Pattern &editor", "Alt+6", "Open or close the pattern editor"}},
+    CommandRow{CommandId::WindowTile, {"Ti&le", "Shift+F4", "Place the windows side by side"}},
+    CommandRow{CommandId::WindowCascade, {"C&ascade", "Shift+F6", "Place the windows one behind the other"}},
 
     CommandRow{CommandId::HelpContents, {"&Contents", "F1", "Read the user guide"}},
-    CommandRow{CommandId::HelpKeys, {"&Keyboard", "", "All keys on one sheet"}},
+    CommandRow{CommandId::HelpKeys, {"&Keyboard", "Shift+F1", "All keys on one sheet"}},
     CommandRow{CommandId::IdentifyAnalyzer, {"Identify Analyzer", "", ""}},
     CommandRow{CommandId::About, {"&About...", "", "Version of the program"}},
 
@@ -152,7 +167,9 @@ constexpr std::array kPlainRows{
     CommandRow{CommandId::TestTenCaptures, {"10 captures", "", ""}},
 };
 
-static_assert(kPlainRows.size() + kRateCodes + kZoomSteps == kCommandCount, "every command has one row");
+static_assert(kSimScenes.size() == kSceneCount);
+static_assert(kPlainRows.size() + kRateCodes + kZoomSteps + kSceneCount == kCommandCount,
+              "every command has one row");
 
 constexpr std::array<CommandTraits, kCommandCount> BuildTable() {
     std::array<CommandTraits, kCommandCount> table{};
@@ -164,6 +181,10 @@ constexpr std::array<CommandTraits, kCommandCount> BuildTable() {
     for (int step = 0; step < kZoomSteps; ++step) {
         table[Index(ZoomCommand(step))] = {kZoomTable[static_cast<std::size_t>(step)].MenuText, "",
                                            "Samples to pixels of the Timing view"};
+    }
+    for (int scene = 0; scene < kSceneCount; ++scene) {
+        table[Index(SceneCommand(scene))] = {kSimScenes[static_cast<std::size_t>(scene)].Description, "",
+                                             "Connect these signals to the simulated instrument"};
     }
     return table;
 }

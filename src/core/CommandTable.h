@@ -16,6 +16,8 @@ inline constexpr int kSettingsSlots = 6;     ///< default settings and quick set
 inline constexpr int kCaptureModeCount = 5;  ///< Normal, Single, Auto, One Shot, Continuous
 inline constexpr int kZoomSteps = static_cast<int>(kZoomTable.size());  ///< rows of the zoom menu
 
+inline constexpr int kSceneCount = 8;  ///< signals of the simulated instrument
+
 /// Every command of menu, toolbar and keys. Families are contiguous: `Rate0` + code and so on.
 enum class CommandId : std::uint8_t {
     FileOpen,
@@ -43,6 +45,9 @@ enum class CommandId : std::uint8_t {
     ClearDataBuffer,
     TriggerWord,
     TriggerOut,
+    Scene0,
+    SceneLast = Scene0 + kSceneCount - 1,
+    ReplayFile,
 
     Rate0,
     RateLast = Rate0 + kRateCodes - 1,
@@ -70,6 +75,7 @@ enum class CommandId : std::uint8_t {
     PatternBackground,
     HardwareAddress,
     BoardStatus,
+    RegisterTrace,
 
     GroupSetup,
     ChannelSetup,
@@ -78,6 +84,8 @@ enum class CommandId : std::uint8_t {
     InsertGroup,
     InsertSpacer,
     Search,
+    SearchForward,
+    SearchBackward,
     GoTo,
     TranslateTable,
 
@@ -134,6 +142,9 @@ constexpr CommandId RateCommand(int code) {
 }
 constexpr CommandId MemoryCommand(int mode) {
     return Plus(CommandId::Memory0, mode);
+}
+constexpr CommandId SceneCommand(int scene) {
+    return Plus(CommandId::Scene0, scene);
 }
 constexpr CommandId CaptureModeCommand(int mode) {
     return Plus(CommandId::CaptureMode0, mode);

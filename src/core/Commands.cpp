@@ -6,8 +6,10 @@
 
 #include "core/Capture.h"
 #include "core/FileCommands.h"
+#include "core/HardwareAddress.h"
 #include "core/MemoryMenu.h"
 #include "core/RateRules.h"
+#include "core/SceneSetup.h"
 
 namespace zu {
 namespace {
@@ -20,10 +22,8 @@ constexpr std::array kNotOffered{
     CommandId::FileExport,      CommandId::FilePrint,        CommandId::DataLog,
     CommandId::DataLogSettings, CommandId::ClockExternal,    CommandId::TriggerWord,
     CommandId::PodSetup,        CommandId::ThresholdVoltage, CommandId::PatternVoltage,
-    CommandId::PatternEdit,     CommandId::HardwareAddress,  CommandId::StateListSetup,
-    CommandId::Search,          CommandId::TranslateTable,   CommandId::WindowStateList,
-    CommandId::WindowSerial,    CommandId::WindowSpi,        CommandId::WindowPattern,
-    CommandId::HelpContents,
+    CommandId::PatternEdit,     CommandId::TranslateTable,   CommandId::WindowSerial,
+    CommandId::WindowSpi,       CommandId::WindowPattern,    CommandId::HelpContents,
 };
 
 /// A window's command and open flag.
@@ -57,9 +57,10 @@ struct Family {
           Rate(FamilyIndex(id, CommandId::Rate0, CommandId::RateLast)),
           Memory(FamilyIndex(id, CommandId::Memory0, CommandId::MemoryLast)),
           Zoom(FamilyIndex(id, CommandId::Zoom0, CommandId::ZoomLast)),
+          Scene(FamilyIndex(id, CommandId::Scene0, CommandId::SceneLast)),
           Clock(ClockTypeOf(id)) {}
 
-    int LoadSlot, SaveSlot, CaptureMode, Rate, Memory, Zoom, Clock;
+    int LoadSlot, SaveSlot, CaptureMode, Rate, Memory, Zoom, Scene, Clock;
 };
 
 void Check(CommandState& entry, bool checked) {
@@ -105,11 +106,28 @@ void QuerySwitches(const InstrumentState& state, CommandId id, CommandState& ent
     if (const WindowRow* window = WindowOf(id)) Check(entry, state.Windows.*window->Flag != 0);
 }
 
-/// Nothing captures with a board until arming is there; the rates step with the internal clock only.
-bool CanRunNow(const InstrumentState& state, CommandId id) {
-    if (id == CommandId::Go || id == CommandId::End) {
-        return state.Identity.Emulated != 0;
-    }
+bool OfSimulation(CommandId id) {
+    return id == CommandId::ReplayFile || FamilyIndex(id, CommandId::Scene0, CommandId::SceneLast) >= 0;
+}
+
+/// Whether Stop has anything to end: a capture, the tick that emulation leaves behind, a pattern output.
+bool CanStop(const App& app) {
+    const InstrumentState& state = app.State;
+    constexpr int kPatternsOnly = 4;
+    const auto& modes = state.Pods.HardwarePod;
+    const bool gives =
+        std::any_of(modes.begin(), modes.end(), [](int mode) { return mode == 1 || mode == 2; });
+    const bool patterns = state.Capture.CaptureMode == kPatternsOnly || gives;
+    return state.Capture.CaptureState != 0 || app.Poll.TimerRunning ||
+           (patterns && state.Identity.Emulated == 0);
+}
+
+bool CanRunNow(const App& app, CommandId id) {
+    const InstrumentState& state = app.State;
+    if (id == CommandId::Stop) return CanStop(app);
+    if (id == CommandId::End) return state.Capture.CaptureState != 0;
+    // Detection would stop a running capture.
+    if (id == CommandId::HardwareAddress) return state.Capture.CaptureState == 0;
     if (id == CommandId::RateUp || id == CommandId::RateDown) return state.Clock.ClockType == 0;
     return true;
 }
@@ -126,6 +144,8 @@ bool RunFamily(App& app, const Family& family) {
     } else if (family.Memory >= 0) {
         SetMemoryMode(app, -1, family.Memory);
         app.Shell.UpdateBars();
+    } else if (family.Scene >= 0) {
+        ShowScene(app, family.Scene);
     } else if (family.Clock > 0) {
         SetClockType(app, family.Clock);
     } else if (family.Clock == 0) {
@@ -184,8 +204,10 @@ constexpr std::array kSingles{
     SingleRow{CommandId::ClearBufferOnGo, [](App& app) { Toggle(app.State.Capture.ClearBufferOnGo); }},
     SingleRow{CommandId::ClearDataBuffer, ClearDataBuffer},
     SingleRow{CommandId::TriggerOut, [](App& app) { SetTrigOut(app, app.State.Trigger.TrigOut == 0); }},
+    SingleRow{CommandId::ReplayFile, ReplayCommand},
     SingleRow{CommandId::RateUp, RateUp},
     SingleRow{CommandId::RateDown, RateDown},
+    SingleRow{CommandId::HardwareAddress, ChangeHardwareAddress},
     SingleRow{CommandId::BoardStatus,
               [](App& app) { app.Host.Message(BoardStatusText(app.State), "status"); }},
     SingleRow{CommandId::TimingGrid, ToggleGrid},
@@ -215,10 +237,12 @@ void PrepareMenu(App& app) {
 CommandState QueryCommand(const App& app, CommandId id) {
     CommandState entry;
     if (Index(id) >= kCommandCount) return {true, false, false, false, {}};
-    entry.Removed = app.Removed.test(Index(id));
-    entry.Enabled = !entry.Removed && IsOffered(id) && CanRunNow(app.State, id);
+    entry.Removed = app.Removed.test(Index(id)) || (OfSimulation(id) && app.Simulated == nullptr);
+    entry.Enabled = !entry.Removed && IsOffered(id) && CanRunNow(app, id);
     entry.Text = Traits(id).Text;
-    QueryFamilies(app.State, Family(id), entry);
+    const Family family(id);
+    QueryFamilies(app.State, family, entry);
+    if (family.Scene >= 0) Check(entry, family.Scene == app.Scene);
     QuerySwitches(app.State, id, entry);
     return entry;
 }

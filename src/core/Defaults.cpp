@@ -94,6 +94,8 @@ void SetClockDefaults(ClockRecord& clock) {
 }  // namespace
 
 bool StartsAsViewer(const CommandOptions& options) {
+    if (options.CmdReturnZuStat != 0)
+        return false;  // the question is for an instrument, whatever file is named
     return !options.DocumentFile.empty() || options.ModelRow >= 0;
 }
 

@@ -72,7 +72,8 @@ std::string ProgramDirectory(std::string_view argv0) {
 
 void BuildFileNames(InstrumentState& state) {
     FileRecord& files = state.Files;
-    const std::string stem = JoinPath(files.AppDir, Series(state.Identity.ModelSeries).Prefix);
+    std::string stem = JoinPath(files.AppDir, Series(state.Identity.ModelSeries).Prefix);
+    if (!state.Command.Simulate.empty()) stem += "_sim";
     for (std::size_t slot = 0; slot < files.SettingsSlot.size(); ++slot) {
         files.SettingsSlot[slot] = stem + "_" + std::to_string(slot) + ".ini";
     }

@@ -21,7 +21,8 @@ std::string FolderOfFile(std::string_view path);
 /// made if it is missing.
 std::string ProgramDirectory(std::string_view argv0);
 
-/// Fills the slot, preferences and default data names from AppDir and the series.
+/// Fills the slot, preferences and default data names from AppDir and the series. Runs on the simulated
+/// instrument have files of their own, so that nothing of theirs reaches the bench with a real one.
 void BuildFileNames(InstrumentState& state);
 
 }  // namespace zu

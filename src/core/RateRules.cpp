@@ -196,7 +196,9 @@ void ProgramClock(App& app, int code) {
 void StepRate(App& app, int step) {
     const ClockRecord& clock = app.State.Clock;
     if (clock.ClockType != 0) return;
-    for (int code = clock.ClockRate + step; code >= 0 && code < kRateCodes; code += step) {
+    // A file may hold a code beyond the table; the way up from there begins at the last one.
+    const int from = std::min<int>(clock.ClockRate, kRateCodes);
+    for (int code = from + step; code >= 0 && code < kRateCodes; code += step) {
         if (clock.RateAvail[static_cast<std::size_t>(code)] < kNotOffered) return SetRate(app, code);
     }
 }

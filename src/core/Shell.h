@@ -35,8 +35,8 @@ class Shell {
     virtual void UpdateBars() = 0;
     /// The model or its menu changed: removed entries, texts and checks are to be shown anew.
     virtual void UpdateMenus() = 0;
-    /// Modal: the user finds the board or chooses emulation (CHWAddress).
-    virtual void RunAddressDialog() = 0;
+    /// Modal: the user finds the board or chooses emulation (CHWAddress). False: left without a choice.
+    virtual bool RunAddressDialog() = 0;
     /// Modal: the user picks the emulated model, stored in HardwareType at once (CInitSettings).
     virtual void RunModelDialog() = 0;
     /// A wait cursor while something blocks.

@@ -4,9 +4,11 @@
 #include "core/Commands.h"
 #include "core/Defaults.h"
 #include "core/FileCommands.h"
+#include "core/HardwareAddress.h"
 #include "core/Paths.h"
 #include "core/Preferences.h"
 #include "core/RateRules.h"
+#include "core/SceneSetup.h"
 #include "files/Paths.h"
 #include "files/SettingsWriter.h"
 #include "hw/sim/SimSpec.h"
@@ -18,10 +20,8 @@ namespace {
 
 constexpr int kSeriesDace = 1;
 constexpr int kSeriesPerch = 5;
-constexpr std::int32_t kIsa = 8;
+constexpr std::uint8_t kIsa = 8;
 constexpr std::int32_t kUsb = 9;
-constexpr std::int32_t kParallel16 = 16;
-constexpr std::int32_t kDaceParallel = 128;
 constexpr std::uint16_t kUsbIndex = 7;
 constexpr std::int32_t kLargestIndex = 9;
 constexpr std::uint8_t kUsbFound = 15;
@@ -49,16 +49,6 @@ void BeginIdentity(InstrumentState& state) {
     BuildFileNames(state);
 }
 
-void Select(App& app, std::uint16_t portIndex, std::int32_t comMode) {
-    const bool known = comMode >= 0 && comMode <= UINT8_MAX;
-    SetupIO(app.Hardware, app.State, portIndex, known ? static_cast<std::uint8_t>(comMode) : std::uint8_t{0});
-}
-
-void SelectDaceParallel(App& app) {
-    app.State.Identity.HwPort = kParallelPorts[0];
-    Select(app, 0, kDaceParallel);
-}
-
 /// The connection of the last run, or the USB that the command line forces.
 StoredConnection RecallConnection(App& app) {
     IdentityRecord& identity = app.State.Identity;
@@ -75,24 +65,6 @@ StoredConnection RecallConnection(App& app) {
     return stored;
 }
 
-void SelectStored(App& app) {
-    const IdentityRecord& identity = app.State.Identity;
-    if (identity.ModelSeries == kSeriesDace) SelectDaceParallel(app);
-    const std::int32_t mode = identity.ComMode;
-    const bool first = mode == kIsa || mode == kParallel16 || mode == kUsb;
-    // An ISA index with a parallel mode wraps to a port that does not exist, which ends the process.
-    Select(app, first ? std::uint16_t{0} : static_cast<std::uint16_t>(identity.AddressIndex - kUsbIndex),
-           mode);
-}
-
-void SelectIsa(App& app) {
-    if (app.State.Identity.ModelSeries == kSeriesDace) {
-        SelectDaceParallel(app);
-    } else {
-        Select(app, 0, kIsa);
-    }
-}
-
 /// False when USB was stored and no USB instrument is there; the ISA addresses stand in then.
 bool UsbAnswers(App& app) {
     IdentityRecord& identity = app.State.Identity;
@@ -100,7 +72,7 @@ bool UsbAnswers(App& app) {
     if (UsbDetect(app.Hardware) >= kUsbFound) return true;
     identity.ComMode = kIsa;
     identity.AddressIndex = 0;
-    Select(app, 0, kIsa);
+    SetupIO(app.Hardware, app.State, 0, kIsa);
     return false;
 }
 
@@ -114,22 +86,17 @@ bool ProbeStored(App& app) {
 
 void DetectInstrument(App& app) {
     if (StartsAsViewer(app.State.Command) && app.State.Command.Simulate.empty()) return;
-    const IdentityRecord& identity = app.State.Identity;
     const StoredConnection stored = RecallConnection(app);
     const bool any = stored.HasMode || stored.HasAddress;
     const bool both = stored.HasMode && stored.HasAddress;
-    if (any) SelectStored(app);
+    if (any) SelectConnection(app);
     if (both && ProbeStored(app)) return;
-    if (!both) SelectIsa(app);
-    app.Shell.RunAddressDialog();
-    // Without an instrument nothing stays in force: an open bus would read as a finished capture.
-    if (identity.Emulated != 0) ReleaseRegisters(app.Hardware);
+    if (!both) SelectFirstConnection(app);
+    AskForAddress(app);
 }
 
 void SettleModel(App& app) {
-    IdentityRecord& identity = app.State.Identity;
-    const std::size_t index = identity.AddressIndex;
-    if (index < identity.AddressTable.size()) identity.BoardPortAddress = identity.AddressTable[index];
+    TakeBoardAddress(app.State.Identity);
     InitDefaults(app);
 }
 
@@ -148,6 +115,10 @@ void RestoreWindows(App& app) {
     ComputeGroupWidths(app.State);
 }
 
+void OpenTiming(App& app) {
+    if (app.State.Windows.TimingStat == 0) app.Shell.Open(WindowId::Timing);
+}
+
 /// The default data file, else the settings of older programs, else a Timing window of the defaults.
 bool LoadDefaultFile(App& app) {
     const FileRecord& files = app.State.Files;
@@ -158,7 +129,7 @@ bool LoadDefaultFile(App& app) {
         SaveSettingsFile(app.State, app.Host, files.DefaultDataFile);
         return true;
     }
-    if (app.State.Windows.TimingStat == 0) app.Shell.Open(WindowId::Timing);
+    OpenTiming(app);
     return false;
 }
 
@@ -192,6 +163,8 @@ void LoadStartFile(App& app) {
         loaded = LoadNamedFile(app, "ZU", options.CmdLoadFile);
     } else if (!options.DocumentFile.empty()) {
         loaded = LoadDocument(app, options.DocumentFile);
+    } else if (!options.Scene.empty()) {
+        OpenTiming(app);
     } else {
         loaded = LoadDefaultFile(app);
     }
@@ -203,17 +176,17 @@ void LoadStartFile(App& app) {
 
 void OfferModelMenu(App& app) {
     RefreshAll(app);
-    MarkAllRates(app.State.Clock);
-    MarkRowRates(app.State.Clock, app.State.Identity.HardwareType);
-    app.Removed |= RemovedCommands(app.State);
+    OfferModelChoices(app);
     app.Shell.UpdateMenus();
     app.Shell.UpdateBars();
 }
 
 void StartWork(App& app) {
     const CommandOptions& options = app.State.Command;
-    if (options.CmdAutoGo != 0) Go(app);
+    const bool live = app.Simulated != nullptr && ShowSceneNamed(app, options.Scene);
+    if (live) app.State.Capture.CaptureMode = 0;
     if (!options.CmdLoadFile.empty()) app.Host.SetWindowTitle(options.CmdLoadFile);
+    if (live || options.CmdAutoGo != 0) Go(app);
 }
 
 void PowerDown(App& app) {
@@ -224,21 +197,33 @@ void PowerDown(App& app) {
     }
 }
 
-/// A viewer was opened for one file or model and leaves what the bench keeps from run to run alone.
+/// A viewer was opened for one file or model, and a scene for a look at it: both leave what the bench keeps
+/// from run to run alone.
 void Autosave(App& app) {
     const FileRecord& files = app.State.Files;
-    if (files.AutosaveData == 0 || StartsAsViewer(app.State.Command)) return;
+    const CommandOptions& options = app.State.Command;
+    if (files.AutosaveData == 0 || StartsAsViewer(options) || !options.Scene.empty()) return;
     WriteDataFile(app.State, app.Host, files.DefaultDataFile);
 }
 
 }  // namespace
 
-void RunStartupSequence(App& app) {
+void OfferModelChoices(App& app) {
+    MarkAllRates(app.State.Clock);
+    MarkRowRates(app.State.Clock, app.State.Identity.HardwareType);
+    app.Removed |= RemovedCommands(app.State);
+}
+
+void StartInstrument(App& app) {
     BeginState(app.State);
     IdentifySystem(app);
     BeginIdentity(app.State);
     DetectInstrument(app);
     SettleModel(app);
+}
+
+void RunStartupSequence(App& app) {
+    StartInstrument(app);
     AnswerScript(app);
     RestoreWindows(app);
     LoadStartFile(app);

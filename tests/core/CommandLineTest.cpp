@@ -1,5 +1,6 @@
 // Every switch, in any case, and what the program adds to them.
 #include <gtest/gtest.h>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -180,6 +181,118 @@ TEST(LongOption, AnUnknownOneEndsWithUsage) {
     EXPECT_EQ(end->ExitCode, 2);
     EXPECT_TRUE(end->OnError);
     EXPECT_EQ(end->Text, "zu: unknown option --colour\n\n" + UsageText());
+}
+
+TEST(LongOption, HelpNamesEverySwitch) {
+    for (const char* name :
+         {"--model", "--simulate", "--screenshot", "--help", "--version", "-LNAME", "-CNAME", "-G ",
+          "-EXITAFTERCAPTURE", "-RETURNZUSTAT", "-TIMER100, -TIMER200, -TIMER500", "-PID_0025 to -PID_0827",
+          "-PERCHSMALLA, -PERCHWIDEA, -PERCHWIDEB", "-1 to -10"}) {
+        EXPECT_NE(UsageText().find(name), std::string::npos) << name;
+    }
+}
+
+// --- Hostile arguments ---------------------------------------------------------------------------------
+
+std::string Upper(std::string text) {
+    for (char& c : text) {
+        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+    }
+    return text;
+}
+
+/// What one argument with a single dash does, found by spelling every switch out.
+void ApplySlowly(const std::string& argument, CommandOptions& options) {
+    const std::string text = Upper(argument);
+    for (std::size_t model = 0; model < 3; ++model) {
+        bool named = text == std::vector<std::string>{"-PERCHSMALLA", "-PERCHWIDEA", "-PERCHWIDEB"}[model];
+        for (unsigned family = 0; family < 9; ++family) {
+            const std::string digits = "0" + std::to_string(family) + "2" + std::to_string(5 + model);
+            if (text != "-PID_" + digits) continue;
+            options.CmdPid = static_cast<std::uint16_t>(std::stoul(digits, nullptr, 16));
+            named = true;
+        }
+        if (!named) continue;
+        options.IoModelFlag[model] = 1;
+        options.NoIoSwitch = 0;
+    }
+    if (text == "-TIMER100") options.CmdTimerPeriod = 100;
+    if (text == "-TIMER200" || text == "-TIMER500") options.CmdTimerPeriod = 200;
+    for (std::uint8_t number = 1; number <= 10; ++number) {
+        if (text == "-" + std::to_string(number)) options.CmdNumber = number;
+    }
+    if (text == "-G") options.CmdAutoGo = 1;
+    if (text == "-EXITAFTERCAPTURE") options.CmdExitAfterCapture = 1;
+    if (text == "-RETURNZUSTAT") options.CmdReturnZuStat = 1;
+    if (text.size() < 2 || (text[1] != 'L' && text[1] != 'C')) return;
+    std::string name = text.substr(2);
+    if (name.find_first_of("/\\") == std::string::npos) name = std::string(kAppDir) + "/" + name;
+    (text[1] == 'L' ? options.CmdLoadFile : options.CmdCsvFile) = name;
+}
+
+std::string Told(const CommandOptions& options) {
+    std::string text = options.CmdLoadFile + "|" + options.CmdCsvFile + "|" + options.DocumentFile;
+    for (const int number : {int{options.NoIoSwitch}, int{options.CmdNumber}, int{options.IoModelFlag[0]},
+                             int{options.IoModelFlag[1]}, int{options.IoModelFlag[2]}, int{options.CmdAutoGo},
+                             int{options.CmdTimerPeriod}, int{options.CmdPid},
+                             int{options.CmdExitAfterCapture}, int{options.CmdReturnZuStat}}) {
+        text += "|" + std::to_string(number);
+    }
+    return text;
+}
+
+/// A switch, half a switch, or bytes that are none.
+std::string AnyArgument(std::mt19937& random) {
+    const std::vector<std::string> pieces{"PERCHSMALLA",
+                                          "perchwideb",
+                                          "PID_",
+                                          "0025",
+                                          "0827",
+                                          "0928",
+                                          "timer",
+                                          "100",
+                                          "500",
+                                          "1",
+                                          "10",
+                                          "11",
+                                          "g",
+                                          "exitaftercapture",
+                                          "ReturnZuStat",
+                                          "L",
+                                          "c",
+                                          "/",
+                                          "\\",
+                                          "..",
+                                          "a b",
+                                          "%s%n",
+                                          "\xff\x80",
+                                          std::string(5000, 'x'),
+                                          std::string(1, '\0')};
+    std::string text = "-";
+    const auto count = random() % 4;
+    for (unsigned i = 0; i < count; ++i) text += pieces[random() % pieces.size()];
+    return text;
+}
+
+TEST(CommandLine, AnyMixOfArgumentsDoesWhatEachDoesAlone) {
+    std::mt19937 random(7);
+    for (int round = 0; round < 20000; ++round) {
+        std::vector<std::string> args;
+        CommandOptions expected;
+        const auto count = random() % 5;
+        for (unsigned i = 0; i < count; ++i) {
+            args.push_back(AnyArgument(random));
+            ApplySlowly(args.back(), expected);
+        }
+        const Parsed parsed = Parse(args);
+        ASSERT_FALSE(parsed.End);
+        ASSERT_EQ(Told(parsed.Options), Told(expected)) << testing::PrintToString(args);
+    }
+}
+
+TEST(LoadFileSwitch, WithoutANameNamesTheProgramsFolder) {
+    EXPECT_EQ(Parse({"-L"}).Options.CmdLoadFile, "/opt/zu/");
+    EXPECT_EQ(Parse({"-c"}).Options.CmdCsvFile, "/opt/zu/");
 }
 
 TEST(CommandLine, UnknownSwitchesArePassedOver) {

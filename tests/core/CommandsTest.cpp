@@ -19,6 +19,26 @@ CommandId Memory(int mode) {
     return MemoryCommand(mode);
 }
 
+const std::set<CommandId> kRemovedAlways{
+    CommandId::PatternEditOld,
+    CommandId::PatternBackground,
+    CommandId::ClockOr,
+    CommandId::ClockNor,
+    CommandId::ClockAnd,
+    CommandId::ClockNand,
+    CommandId::ClockFallingRising,
+    CommandId::ClockRisingFalling,
+    CommandId::TriggerOut,
+    CaptureModeCommand(3),
+    CaptureModeCommand(4),
+    CommandId::TestTdsSearch,
+    CommandId::TestBuildData,
+    CommandId::Test2,
+    CommandId::TestPulseWidth,
+    CommandId::TestTenCaptures,
+    MemoryCommand(2),
+};
+
 // --- Table ---------------------------------------------------------------------------------------------
 
 TEST(CommandTable, KeepsTheQuotedTexts) {
@@ -105,6 +125,39 @@ TEST(CommandTable, GivesEveryKeyToOneCommand) {
     EXPECT_EQ(Traits(CommandId::TriggerWord).Key, "W");
 }
 
+/// What has no key of its own is a row of a family that another key walks, or is done once in a long while.
+TEST(CommandTable, GivesAKeyToMostCommands) {
+    std::set<CommandId> without{
+        CommandId::AutosaveData,    CommandId::LoopNormal,     CommandId::LoopFaster,
+        CommandId::ClearBufferOnGo, CommandId::ClockExtRising, CommandId::ClockExtFalling,
+        CommandId::PatternVoltage,  CommandId::PatternEdit,    CommandId::IdentifyAnalyzer,
+        CommandId::About,           CommandId::ReplayFile,
+    };
+    without.insert(kRemovedAlways.begin(), kRemovedAlways.end());
+    for (std::size_t i = 0; i < kCommandCount; ++i) {
+        const auto id = static_cast<CommandId>(i);
+        const auto within = [id](CommandId first, CommandId last) {
+            return FamilyIndex(id, first, last) >= 0;
+        };
+        const bool ofFamily = within(CommandId::Rate0, CommandId::RateLast) ||
+                              within(CommandId::Zoom0, CommandId::ZoomLast) ||
+                              within(CommandId::Memory0, CommandId::MemoryLast) ||
+                              within(CommandId::CaptureMode0, CommandId::CaptureModeLast) ||
+                              within(CommandId::Scene0, CommandId::SceneLast) ||
+                              within(CommandId::ScreenColor0, CommandId::CursorColorLast);
+        EXPECT_EQ(Traits(id).Key.empty(), ofFamily || without.count(id) != 0) << Traits(id).Text;
+    }
+}
+
+/// Letters and figures that are held while the mouse does its work are no keys.
+TEST(CommandTable, LeavesTheHeldKeysFree) {
+    for (std::size_t i = 0; i < kCommandCount; ++i) {
+        for (const char* held : {"A", "B", "C", "D", "T", "2", "3", "4", "5"}) {
+            EXPECT_NE(Traits(static_cast<CommandId>(i)).Key, held);
+        }
+    }
+}
+
 TEST(CommandTable, HasNothingOutsideItsCommands) {
     EXPECT_EQ(Traits(CommandId::Count).Text, "");
     EXPECT_EQ(Traits(static_cast<CommandId>(255)).Text, "");
@@ -128,26 +181,6 @@ TEST(CommandTable, KnowsTheClockTypes) {
 }
 
 // --- What the model takes away -------------------------------------------------------------------------
-
-const std::set<CommandId> kRemovedAlways{
-    CommandId::PatternEditOld,
-    CommandId::PatternBackground,
-    CommandId::ClockOr,
-    CommandId::ClockNor,
-    CommandId::ClockAnd,
-    CommandId::ClockNand,
-    CommandId::ClockFallingRising,
-    CommandId::ClockRisingFalling,
-    CommandId::TriggerOut,
-    CaptureModeCommand(3),
-    CaptureModeCommand(4),
-    CommandId::TestTdsSearch,
-    CommandId::TestBuildData,
-    CommandId::Test2,
-    CommandId::TestPulseWidth,
-    CommandId::TestTenCaptures,
-    MemoryCommand(2),
-};
 
 std::set<CommandId> RemovedByRow(int row) {
     const std::set<CommandId> allX{Memory(4), Memory(5), Memory(6),  Memory(7),
@@ -274,6 +307,84 @@ TEST(QueryCommand, GreysWhatIsNotBuiltYet) {
     for (const CommandId id : {CommandId::FileExport, CommandId::FilePrint, CommandId::ClockExternal,
                                CommandId::TriggerWord, CommandId::PodSetup, CommandId::PatternEdit}) {
         EXPECT_FALSE(QueryCommand(bench.App, id).Enabled) << Traits(id).Text;
+        EXPECT_FALSE(RunCommand(bench.App, id));
+    }
+}
+
+TEST(QueryCommand, OffersWhatIsBuilt) {
+    Bench bench;
+    bench.UseRow(15);
+    for (const CommandId id : {CommandId::FileOpen,
+                               CommandId::FileSave,
+                               LoadSlotCommand(0),
+                               SaveSlotCommand(5),
+                               CommandId::AutosaveData,
+                               CommandId::FileExit,
+                               CommandId::Go,
+                               CaptureModeCommand(2),
+                               CommandId::TriggerMode,
+                               CommandId::LoopFaster,
+                               CommandId::ClearBufferOnGo,
+                               CommandId::ClearDataBuffer,
+                               RateCommand(5),
+                               CommandId::RateUp,
+                               CommandId::ClockInternal,
+                               CommandId::ClockExtRising,
+                               Memory(0),
+                               Memory(1),
+                               CommandId::BoardStatus,
+                               CommandId::GroupSetup,
+                               CommandId::ChannelSetup,
+                               CommandId::TimingSetup,
+                               CommandId::InsertGroup,
+                               CommandId::InsertSpacer,
+                               CommandId::StateListSetup,
+                               CommandId::WindowStateList,
+                               CommandId::Search,
+                               CommandId::SearchForward,
+                               CommandId::SearchBackward,
+                               CommandId::GoTo,
+                               ZoomCommand(0),
+                               CommandId::ZoomIn,
+                               CommandId::TimingGrid,
+                               CommandId::ScreenColor0,
+                               CommandId::CursorColorLast,
+                               CommandId::WindowTiming,
+                               CommandId::WindowCursor,
+                               CommandId::WindowTile,
+                               CommandId::HelpKeys,
+                               CommandId::About}) {
+        EXPECT_TRUE(QueryCommand(bench.App, id).Enabled) << Traits(id).Text;
+    }
+}
+
+TEST(QueryCommand, OffersStopAndEndWhileThereIsSomethingToEnd) {
+    Bench bench;
+    bench.UseRow(15);
+    const auto offers = [&bench](CommandId id) { return QueryCommand(bench.App, id).Enabled; };
+    EXPECT_FALSE(offers(CommandId::Stop) || offers(CommandId::End));
+    bench.State->Capture.CaptureMode = 1;
+    RunCommand(bench.App, CommandId::Go);
+    EXPECT_TRUE(offers(CommandId::Stop) && offers(CommandId::End));
+    EXPECT_TRUE(offers(CommandId::Go)) << "it begins anew";
+    OnTimer(bench.App, kEmulationTimer);
+    EXPECT_FALSE(offers(CommandId::End));
+    EXPECT_TRUE(offers(CommandId::Stop)) << "the tick of emulation goes on until Stop";
+    EXPECT_TRUE(RunCommand(bench.App, CommandId::Stop));
+    EXPECT_FALSE(offers(CommandId::Stop));
+    bench.State->Identity.Emulated = 0;
+    bench.State->Pods.HardwarePod[2] = 1;
+    EXPECT_TRUE(offers(CommandId::Stop)) << "it holds the clock of the patterns";
+    bench.State->Pods.HardwarePod[2] = 0;
+    bench.State->Capture.CaptureMode = 4;
+    EXPECT_TRUE(offers(CommandId::Stop));
+}
+
+TEST(QueryCommand, KnowsOfSimulatedSignalsOnlyBesideTheSimulatedInstrument) {
+    Bench bench;
+    bench.UseRow(15);
+    for (const CommandId id : {SceneCommand(0), SceneCommand(kSceneCount - 1), CommandId::ReplayFile}) {
+        EXPECT_TRUE(QueryCommand(bench.App, id).Removed);
         EXPECT_FALSE(RunCommand(bench.App, id));
     }
 }

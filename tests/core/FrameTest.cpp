@@ -1,5 +1,7 @@
 // The main window before it exists.
 #include <gtest/gtest.h>
+#include <iterator>
+#include <random>
 
 #include "core/Frame.h"
 #include "core/Preferences.h"
@@ -65,6 +67,50 @@ INSTANTIATE_TEST_SUITE_P(
                     RectCase{"TooLarge", {0, 0, 5000, 5000}, {0, 0, 1000, 700}},
                     RectCase{"Extreme", {INT32_MAX, INT32_MAX, INT32_MIN, INT32_MIN}, {0, 0, 1000, 700}}),
     [](const auto& test) { return test.param.Name; });
+
+/// The rules one after the other, in numbers that do not overflow.
+WindowRect SanitisedSlowly(const WindowRect& rect, std::int64_t w, std::int64_t h,
+                           const ScreenRecord& screen) {
+    std::int64_t left = rect.Left;
+    std::int64_t top = rect.Top;
+    std::int64_t right = rect.Right;
+    std::int64_t bottom = rect.Bottom;
+    if (left < 0) left = 0;
+    if (right < left + w) right = left + w;
+    if (top < 0) top = 0;
+    if (bottom < top + h) bottom = top + h;
+    if (bottom < top) top = 0;
+    if (top > screen.ScreenH) top = 0;
+    if (bottom > screen.ScreenH) bottom = screen.ScreenH;
+    if (right < left) left = 0;
+    if (left > screen.ScreenW) left = 0;
+    if (right > screen.ScreenW) right = screen.ScreenW;
+    return {static_cast<std::int32_t>(left), static_cast<std::int32_t>(top), static_cast<std::int32_t>(right),
+            static_cast<std::int32_t>(bottom)};
+}
+
+TEST(Sanitise, RepairsAnythingThatAFileMayHold) {
+    std::mt19937 random(11);
+    const auto edge = [&random] {
+        constexpr std::int32_t kSpecial[] = {
+            INT32_MIN,      INT32_MIN + 1, -1,       0, 1, 99, 100, 699, 700, 701, 999, 1000, 1001,
+            INT32_MAX - 50, INT32_MAX - 1, INT32_MAX};
+        if (random() % 2 == 0) return kSpecial[random() % std::size(kSpecial)];
+        return static_cast<std::int32_t>(random() % 3000) - 1000;
+    };
+    for (int round = 0; round < 100000; ++round) {
+        const WindowRect rect{edge(), edge(), edge(), edge()};
+        const ScreenRecord screen =
+            Sized(100 + static_cast<int>(random() % 2000), 100 + static_cast<int>(random() % 2000));
+        const WindowRect repaired = SanitiseRect(rect, 100, 80, screen);
+        ASSERT_EQ(repaired, SanitisedSlowly(rect, 100, 80, screen))
+            << rect.Left << " " << rect.Top << " " << rect.Right << " " << rect.Bottom;
+        ASSERT_TRUE(repaired.Left >= 0 && repaired.Left <= repaired.Right &&
+                    repaired.Right <= screen.ScreenW);
+        ASSERT_TRUE(repaired.Top >= 0 && repaired.Top <= repaired.Bottom &&
+                    repaired.Bottom <= screen.ScreenH);
+    }
+}
 
 TEST(CreateFrame, PlacesTheMainWindowOnAFreshScreen) {
     Bench bench;

@@ -45,7 +45,10 @@ TEST(SimulatedStart, FindsEveryModelOnEveryCableWithoutADialog) {
             }
             SetRate(program.App, 9);
             UsbFlushQueue(program.Hardware);
-            EXPECT_EQ(attachment.Simulated()->SampleClock().PeriodNs, 200);
+            const SimBoard& master = attachment.Simulated()->Board(0);
+            EXPECT_EQ(SynthPeriodNs(master.SynthWord()) * master.Timer().Divisor(0), 200);
+            EXPECT_EQ(attachment.Simulated()->SampleClock().Source, SimClockSource::Stopped)
+                << "an idle instrument's clock is held";
         }
     }
 }

@@ -178,6 +178,15 @@ TEST(Start, OfTheSeriesWithItsOwnParallelModeSelectsIt) {
     EXPECT_EQ(program.State->Identity.HwPort, 0x3BC);
 }
 
+TEST(Start, OfTheSeriesWithItsOwnParallelModeGoesOnToTheStoredOne) {
+    Program program;
+    program.State->Identity.ModelSeries = 1;
+    program.Folder.Write("WDace.ini", "[Hardware]\r\nComMode=4\r\nAddress=8\r\n");
+    program.Run();
+    EXPECT_EQ(program.State->Identity.HwPort, 0x378) << "the stored mode takes the port of its index";
+    EXPECT_EQ(program.State->Identity.ComMode, 9) << "the driver did not open: USB is left";
+}
+
 // --- The stored connection -----------------------------------------------------------------------------
 
 TEST(StoredBoard, IsFoundWithoutAnyDialog) {
@@ -362,6 +371,17 @@ TEST(ReturnZuStat, WithABoardPrintsSoAndEndsWith1) {
     EXPECT_EQ(program.RunToTheEnd(), 1);
     EXPECT_EQ(program.Host.Lines, Strings{"ZU found"});
     EXPECT_TRUE(program.Shell.Log.empty());
+}
+
+TEST(ReturnZuStat, AsksTheInstrumentWhateverElseIsNamed) {
+    for (const char* other : {"/no/such/Thing.zu", "--model=13"}) {
+        OneBoard board;
+        Program program({"-RETURNZUSTAT", other}, kIsaBoard);
+        program.Attach(board);
+        EXPECT_EQ(program.RunToTheEnd(), 1) << other;
+        EXPECT_EQ(program.Host.Lines, Strings{"ZU found"});
+        EXPECT_TRUE(program.Host.Boxes.empty());
+    }
 }
 
 // --- Start-up files ------------------------------------------------------------------------------------
