@@ -4,9 +4,9 @@
 #include <memory>
 #include <string>
 
-#include "cli/NoWindows.h"
 #include "cli/TerminalHost.h"
 #include "core/App.h"
+#include "core/NoWindows.h"
 
 namespace zu {
 

@@ -4,17 +4,22 @@
 #include <cstdio>
 #include <optional>
 
+#include "cli/CaptureCommand.h"
+#include "cli/DecodeCommand.h"
 #include "cli/InfoCommand.h"
 #include "cli/RenderCommand.h"
+#include "cli/ScanCommand.h"
 #include "core/CommandLine.h"
+#include "state/Limits.h"
 
 namespace zu {
 namespace {
 
 constexpr const char* kDescription =
-    "Looks into the files of zu from a script or a machine without a screen.\n"
-    "Exit codes: 0 done; 1 the file could not be read or written, or told of problems; 2 wrong usage; "
-    "3 not available in this build.";
+    "Finds the logic analyzer, captures with it and looks into its files, from a script or a machine without "
+    "a screen.\n"
+    "Exit codes: 0 done; 1 a file could not be read or written, or told of problems; 2 wrong usage; "
+    "3 not available in this build; 4 no instrument answers; 5 no trigger in time; 130 interrupted.";
 
 /// "1280x800"; nothing for any other form.
 std::optional<PictureRequest> ParseSize(const std::string& text) {
@@ -37,20 +42,26 @@ const CLI::Validator kSize(
 const CLI::Validator kZoom(
     [](std::string& text) { return text == "0" ? std::string("there is no zoom 0") : std::string{}; }, "");
 
-/// The commands with their options; what was given lands in the two requests.
+/// The commands with their options; what was given lands in the requests.
 class CommandLine {
   public:
     CommandLine() : app_(kDescription, "zu-cli") {
         const std::string version = VersionLine("zu-cli");
-        app_.set_version_flag("--version", version.substr(0, version.find("\n")));
+        app_.set_version_flag("--version", version.substr(0, version.find('\n')));
         app_.require_subcommand(1);
         AddInfo();
         AddRender();
+        AddCapture();
+        AddScan();
+        AddDecode();
     }
 
     CLI::App& Parser() { return app_; }
     int Run(std::ostream& out, std::ostream& err) {
         if (info_->parsed()) return static_cast<int>(ShowInfo(infoRequest_, out, err));
+        if (capture_->parsed()) return static_cast<int>(TakeCaptures(captureRequest_, out, err));
+        if (scan_->parsed()) return static_cast<int>(ScanInstruments(scanRequest_, out, err));
+        if (decode_->parsed()) return static_cast<int>(ShowTransfers(decodeRequest_, out, err));
         if (const auto size = ParseSize(size_)) {
             renderRequest_.Picture.Width = size->Width;
             renderRequest_.Picture.Height = size->Height;
@@ -81,11 +92,73 @@ class CommandLine {
             ->capture_default_str();
     }
 
+    void AddCapture() {
+        capture_ = app_.add_subcommand("capture", "Take captures with the instrument and save them");
+        CaptureRequest& request = captureRequest_;
+        capture_->add_option("-o,--output", request.Output, "data file to write (.zu)")->required();
+        capture_->add_option("--simulate", request.Simulate,
+                             "MODEL[@CABLE]: the simulated instrument instead of the connected one");
+        capture_->add_option("--scene", request.Scene, "signals of the simulated instrument");
+        capture_->add_option("--settings", request.Settings,
+                             "settings file (.ini) or data file (.zu) to start from");
+        capture_->add_option("--rate", request.Rate, "sample rate, as 100MHz or 10ns");
+        capture_->add_option("--mode", request.Mode, "memory mode by its number");
+        AddTrigger(request);
+        capture_->add_option("--count", request.Count, "captures to take; more than one get numbered names")
+            ->check(CLI::Range(1, kMostCaptures));
+        capture_
+            ->add_option("--timeout", request.TimeoutS,
+                         "seconds for the trigger of each capture to come, 0 without end")
+            ->check(CLI::Range(0.0, kLongestTimeoutS))
+            ->capture_default_str();
+        capture_->add_flag("--force", request.Force,
+                           "when the time is over, save what the memory holds by then");
+        capture_->add_flag("--json", request.Json, "a summary as one JSON object, for programs");
+    }
+    void AddTrigger(CaptureRequest& request) {
+        capture_
+            ->add_option("--trigger", request.Trigger,
+                         "CHANNELS=VALUE,... as 0-7=0x40 or CLK=1, with rising, falling, all, any, count=N, "
+                         "lasts=N, within=N; again for the next level")
+            ->expected(1)
+            ->take_all();
+        capture_->add_option("--position", request.Position, "sample at which the trigger stands")
+            ->check(CLI::Range(0, INT32_MAX));
+    }
+
+    void AddScan() {
+        scan_ = app_.add_subcommand("scan", "List the instruments that are attached");
+        scan_->add_option("--simulate", scanRequest_.Simulate,
+                          "attach the simulated instrument, MODEL[@CABLE], instead of this machine's cables");
+        CLI::Option* trace = scan_->add_option("--trace", scanRequest_.TraceFile,
+                                               "file that takes every register access, a line each");
+        scan_->add_flag("--wire", scanRequest_.Wire, "put port accesses and USB transfers into the trace too")
+            ->needs(trace);
+        scan_->add_flag("--json", scanRequest_.Json, "as one JSON object, for programs");
+    }
+
+    static constexpr int kMostCaptures = 1000000;
+    static constexpr double kLongestTimeoutS = 1e6;
+
+    void AddDecode() {
+        decode_ = app_.add_subcommand("decode", "Print the bus transfers of a data file in time order");
+        decode_->add_option("FILE", decodeRequest_.File, "data file (.zu)")->required();
+        decode_->add_option("--group", decodeRequest_.Group, "one group only, by its number")
+            ->check(CLI::Range(0, kGroupCount - 1));
+        decode_->add_flag("--json", decodeRequest_.Json, "as one JSON object, for programs");
+    }
+
     CLI::App app_;
+    CLI::App* capture_ = nullptr;
     CLI::App* info_ = nullptr;
     CLI::App* render_ = nullptr;
+    CLI::App* scan_ = nullptr;
     InfoRequest infoRequest_;
+    CaptureRequest captureRequest_;
     RenderRequest renderRequest_;
+    ScanRequest scanRequest_;
+    CLI::App* decode_ = nullptr;
+    DecodeRequest decodeRequest_;
     std::string size_ = "1280x800";
 };
 

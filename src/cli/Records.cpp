@@ -30,6 +30,7 @@ std::vector<FileRecordInfo> RecordsOfFile(const std::string& path) {
         const auto keyword = TakeKeyword(source);
         if (!keyword || keyword->Word == "SETTINGS") break;
         if (keyword->Word == "COMMENT" && keyword->EndedByBlank) SkipComment(source);
+        if (keyword->Word == "MODEL" && !(keyword->EndedByBlank && TakeWords(source, HeaderEnd::Text))) break;
         if (keyword->Word != "DATA" || !keyword->EndedByBlank) continue;
         const auto words = TakeWords(source, HeaderEnd::Payload);
         if (!words) break;

@@ -30,7 +30,13 @@ std::uint32_t TerminalHost::TickCount() {
 }
 
 void TerminalHost::WaitNanoseconds(double ns) {
-    std::this_thread::sleep_for(std::chrono::duration<double, std::nano>(ns));
+    using Nanoseconds = std::chrono::duration<double, std::nano>;
+    constexpr double kSliceNs = 20e6;
+    for (; ns > kSliceNs; ns -= kSliceNs) {
+        if (Interrupted && Interrupted()) return;
+        std::this_thread::sleep_for(Nanoseconds(kSliceNs));
+    }
+    std::this_thread::sleep_for(Nanoseconds(ns));
 }
 
 LocalTime TerminalHost::Now() {

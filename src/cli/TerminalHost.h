@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <iosfwd>
 #include <string>
 #include <vector>
@@ -20,6 +21,9 @@ struct Problem {
 class TerminalHost final : public Host {
   public:
     TerminalHost(std::ostream& out, std::ostream& err) : out_(out), err_(err) {}
+
+    /// Cuts a wait short when it answers true; asked every few milliseconds.
+    std::function<bool()> Interrupted;
 
     /// All messages and questions so far, in order.
     [[nodiscard]] const std::vector<Problem>& Problems() const { return problems_; }

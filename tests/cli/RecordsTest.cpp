@@ -30,6 +30,11 @@ TEST(Records, DoNotLookIntoPayloads) {
               (Records{{"D0", 0, static_cast<std::int32_t>(payload.size())}, {"D1", 0, 2}}));
 }
 
+TEST(Records, AreNotLookedForInsideTheModelLine) {
+    EXPECT_EQ(RecordsOf("[Model x [Data D0 0 1]\r\n[Data D1 0 1]\nx"), (Records{{"D1", 0, 1}}));
+    EXPECT_EQ(RecordsOf("[Model]\r\n[Data D0 0 1]\nx"), Records{}) << "a load ends there too";
+}
+
 TEST(Records, KeepImpossibleNumbersWithinTheirWidth) {
     EXPECT_EQ(
         RecordsOf("\r\n[Data D0 -5 -1]\r\n\r\n[Data D1 99999999999 99999999999]\r\n\r\n[Data D2 0 1]\r\nx"),
