@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMimeData>
+#include <QPainter>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QUrl>
@@ -24,6 +25,31 @@ constexpr int kRateBoxWidth = 125;
 constexpr int kModeBoxWidth = 175;
 constexpr int kRemarkMilliseconds = 15000;
 constexpr int kIconSide = 20;
+constexpr int kLampSide = 14;
+
+QColor LampColor(CaptureTexts::Lamp lamp, const QPalette& palette) {
+    switch (lamp) {
+        case CaptureTexts::Lamp::Running:
+            return {46, 160, 67};
+        case CaptureTexts::Lamp::Paused:
+            return {227, 160, 8};
+        case CaptureTexts::Lamp::Idle:
+            break;
+    }
+    return palette.color(QPalette::Window);
+}
+
+QString LampText(CaptureTexts::Lamp lamp) {
+    switch (lamp) {
+        case CaptureTexts::Lamp::Running:
+            return QStringLiteral("Capturing");
+        case CaptureTexts::Lamp::Paused:
+            return QStringLiteral("Paused for a change");
+        case CaptureTexts::Lamp::Idle:
+            break;
+    }
+    return QStringLiteral("Idle");
+}
 
 struct ToolRow {
     CommandId Id;
@@ -56,6 +82,7 @@ CMainFrame::CMainFrame()
     rateBox_ = MakeBox(kRateBoxWidth, QStringLiteral("RateBox"));
     modeBox_ = MakeBox(kModeBoxWidth, QStringLiteral("ModeBox"));
 
+    MakeCapturePanes();
     modePane_ = MakePane(QStringLiteral("ModePane"));
     memoryPane_ = MakePane(QStringLiteral("MemoryPane"));
     channelPane_ = MakePane(QStringLiteral("ChannelPane"));
@@ -80,6 +107,51 @@ QLabel* CMainFrame::MakePane(const QString& name) {
     pane->setFrameShape(QFrame::NoFrame);
     statusBar()->addPermanentWidget(pane);
     return pane;
+}
+
+QLineEdit* CMainFrame::MakeLivePane(const QString& name, const QString& longest) {
+    constexpr int kMargins = 10;
+    auto* pane = MakeBox(fontMetrics().horizontalAdvance(longest) + kMargins, name);
+    pane->setFrame(false);
+    pane->setAttribute(Qt::WA_TransparentForMouseEvents);
+    QPalette colors;
+    colors.setColor(QPalette::Base, Qt::transparent);
+    pane->setPalette(colors);
+    statusBar()->addPermanentWidget(pane);
+    return pane;
+}
+
+void CMainFrame::MakeCapturePanes() {
+    lampPane_ = MakePane(QStringLiteral("LampPane"));
+    countPane_ = MakeLivePane(QStringLiteral("CountPane"), QStringLiteral("0000000 captures"));
+    statusPane_ = MakeLivePane(QStringLiteral("StatusPane"),
+                               QStringLiteral("Triggered 000000, Waiting for next trigger"));
+    PaintLamp();
+}
+
+void CMainFrame::PaintLamp() {
+    const double scale = devicePixelRatioF();
+    QPixmap lamp(QSize(kLampSide, kLampSide) * scale);
+    lamp.setDevicePixelRatio(scale);
+    lamp.fill(Qt::transparent);
+    QPainter painter(&lamp);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(palette().color(QPalette::Mid), 1));
+    painter.setBrush(LampColor(capture_.State, palette()));
+    painter.drawEllipse(QRectF(1, 1, kLampSide - 2, kLampSide - 2));
+    painter.end();
+    lampPane_->setPixmap(lamp);
+    lampPane_->setToolTip(LampText(capture_.State));
+}
+
+void CMainFrame::SetCapture(const CaptureTexts& texts) {
+    if (texts == capture_) return;
+    const bool lamp = texts.State != capture_.State;
+    capture_ = texts;
+    if (lamp) PaintLamp();
+    countPane_->setText(texts.Count);
+    statusPane_->setText(texts.Status);
+    for (QLineEdit* pane : {countPane_, statusPane_}) pane->setCursorPosition(0);
 }
 
 void CMainFrame::BuildToolbar(const MainMenu& menu) {
@@ -163,7 +235,9 @@ void CMainFrame::FollowPalette() {
 
 void CMainFrame::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange) FollowPalette();
+    if (event->type() != QEvent::PaletteChange) return;
+    FollowPalette();
+    if (lampPane_ != nullptr) PaintLamp();
 }
 
 void CMainFrame::dragEnterEvent(QDragEnterEvent* event) {

@@ -25,6 +25,15 @@ struct BarTexts {
     QString Channels;
 };
 
+/// What a capture does, for the left end of the status bar.
+struct CaptureTexts {
+    enum class Lamp { Idle, Running, Paused };
+    Lamp State = Lamp::Idle;
+    QString Count;   ///< captures so far
+    QString Status;  ///< what the run loop says, on one line
+    friend bool operator==(const CaptureTexts&, const CaptureTexts&) = default;
+};
+
 /// The main window: menu bar, toolbar with its three boxes, the area of the child windows, status bar.
 class CMainFrame final : public QMainWindow {
     Q_OBJECT
@@ -36,6 +45,7 @@ class CMainFrame final : public QMainWindow {
     /// Puts the commands of the toolbar beside the boxes they belong to.
     void BuildToolbar(const MainMenu& menu);
     void SetBars(const BarTexts& texts);
+    void SetCapture(const CaptureTexts& texts);
     /// A passing text at the left of the status bar.
     void ShowRemark(const QString& text);
 
@@ -64,6 +74,10 @@ class CMainFrame final : public QMainWindow {
   private:
     QLineEdit* MakeBox(int width, const QString& name);
     QLabel* MakePane(const QString& name);
+    /// A field for a text that changes with every poll: unlike a label it asks for no new layout.
+    QLineEdit* MakeLivePane(const QString& name, const QString& longest);
+    void MakeCapturePanes();
+    void PaintLamp();
     [[nodiscard]] bool Reports() const;
     void FollowPalette();
 
@@ -72,6 +86,10 @@ class CMainFrame final : public QMainWindow {
     QLineEdit* zoomBox_;
     QLineEdit* rateBox_;
     QLineEdit* modeBox_;
+    CaptureTexts capture_;
+    QLabel* lampPane_ = nullptr;
+    QLineEdit* countPane_ = nullptr;
+    QLineEdit* statusPane_ = nullptr;
     QLabel* modePane_;
     QLabel* memoryPane_;
     QLabel* channelPane_;

@@ -56,9 +56,15 @@ class OffscreenDesk {
     std::string path_;
 };
 
-bool IsOffscreen() {
+/// The toolkit's platform that the environment names; empty if it names none.
+std::string_view NamedPlatform() {
     const char* platform = std::getenv("QT_QPA_PLATFORM");
-    return platform != nullptr && std::string_view(platform) == "offscreen";
+    return platform == nullptr ? std::string_view() : std::string_view(platform);
+}
+
+/// Whether somebody can see and answer a dialog.
+bool IsAttended(const CommandOptions& options) {
+    return HasDisplay() && !NamedPlatform().starts_with("offscreen") && options.Screenshot.empty();
 }
 
 int PrintEnd(const CommandLineEnd& end) {
@@ -97,6 +103,12 @@ void TakeScreenshot(CMainFrame& frame, const std::string& path, int& code) {
     });
 }
 
+/// A simulated run says so where it is always seen.
+QString TitleFor(const CommandOptions& options) {
+    if (options.Simulate.empty()) return QStringLiteral("zu");
+    return QStringLiteral("zu - simulated ") + FromState(options.Simulate);
+}
+
 int RunWindows(std::unique_ptr<InstrumentState> state, bool attended) {
     QtHost host;
     host.SetUnattended(!attended);
@@ -105,10 +117,17 @@ int RunWindows(std::unique_ptr<InstrumentState> state, bool attended) {
     attachment.AttachTo(hardware);
     HeldKeyFilter keys;
     CMainFrame frame;
-    frame.setWindowTitle(QStringLiteral("zu"));
+    frame.setWindowTitle(TitleFor(state->Command));
     CZuView view(*state, host, hardware, keys, frame);
+    view.TheApp().Simulated = attachment.Simulated();
     SignalWatch watch;
-    QObject::connect(&watch, &SignalWatch::endWanted, &frame, &QWidget::close);
+    QObject::connect(&watch, &SignalWatch::endWanted, &frame, [&host, &frame] {
+        // Before the main loop runs nothing but this ends the loop of a dialog, and those to come are not
+        // shown.
+        QApplication::exit();
+        host.SetUnattended(true);
+        frame.close();
+    });
     view.Start();
     int code = 0;
     const std::string& picture = view.State().Command.Screenshot;
@@ -127,9 +146,9 @@ int RunZu(const std::vector<std::string>& arguments) {
     if (const auto end = ParseCommandLine(arguments, state->Files.AppDir, state->Command))
         return PrintEnd(*end);
 
-    const bool attended = HasDisplay() && state->Command.Screenshot.empty();
+    const bool attended = IsAttended(state->Command);
     std::optional<OffscreenDesk> desk;
-    if (!HasDisplay() || (!attended && IsOffscreen())) desk.emplace();
+    if (!HasDisplay() || NamedPlatform() == "offscreen") desk.emplace();
     ToolkitArguments toolkit(arguments);
     QApplication application(toolkit.Count, toolkit.Pointers.data());
     NameProgram();

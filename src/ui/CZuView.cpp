@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include <QAction>
 #include <QApplication>
 #include <QMdiArea>
 #include <QMenu>
 #include <QScreen>
+#include <QStyle>
 
 #include "core/Capture.h"
 #include "core/Commands.h"
@@ -16,6 +18,7 @@
 #include "core/MemoryMenu.h"
 #include "core/Preferences.h"
 #include "core/Startup.h"
+#include "display/Search.h"
 #include "state/Model.h"
 #include "ui/CChildFrame.h"
 #include "ui/CMainFrame.h"
@@ -28,8 +31,10 @@
 #include "ui/core/CHWAddress.h"
 #include "ui/core/CInitSettings.h"
 #include "ui/core/CKeySheet.h"
+#include "ui/core/CRegisterTrace.h"
 #include "ui/display/CCursorDlg.h"
 #include "ui/display/CGoToDlg.h"
+#include "ui/display/CStateList.h"
 #include "ui/display/CTimingWnd.h"
 #include "ui/display/ViewDialogs.h"
 
@@ -52,6 +57,7 @@ CZuView::CZuView(InstrumentState& state, QtHost& host, HardwareSession& hardware
     : host_(host), keys_(keys), frame_(frame), app_{state, host, *this, hardware} {
     host_.SetWindow(&frame_);
     host_.Tick = [this](int id) { OnTick(id); };
+    host_.LoopTurn = [this] { ShowCaptureState(); };
     host_.ShowRemark = [this](const QString& text) { frame_.ShowRemark(text); };
     BuildMenu();
     ConnectFrame();
@@ -59,8 +65,10 @@ CZuView::CZuView(InstrumentState& state, QtHost& host, HardwareSession& hardware
 
 CZuView::~CZuView() {
     host_.Tick = nullptr;
+    host_.LoopTurn = nullptr;
     host_.ShowRemark = nullptr;
     // The windows draw from the state through this object; they go before it.
+    delete trace_;
     for (auto& [window, child] : children_) delete child;
 }
 
@@ -88,11 +96,17 @@ void CZuView::BuildMenu() {
 }
 
 void CZuView::ConnectFrame() {
-    connect(&frame_, &CMainFrame::userMoved, this, [this](int x, int y) { RememberMainMove(app_, x, y); });
+    connect(&frame_, &CMainFrame::userMoved, this, [this](int x, int y) {
+        RememberMainMove(app_, x, y);
+        // The far edges go along, or the window would come back in another size.
+        RememberMainSize(app_, frame_.width(), frame_.height());
+    });
     connect(&frame_, &CMainFrame::userSized, this,
             [this](int width, int height) { RememberMainSize(app_, width, height); });
     connect(&frame_, &CMainFrame::fileDropped, this, &CZuView::OpenFile);
     connect(&frame_, &CMainFrame::closing, this, [this] {
+        // Whatever is on the stack, a poll or a tight loop, unwinds and begins nothing more.
+        State().Capture.CaptureState = 0;
         host_.SetQuitting();
         QApplication::quit();
     });
@@ -118,17 +132,33 @@ void CZuView::CloseDown() {
     host_.KillTimer(kHardwareTimer);
     host_.KillTimer(kEmulationTimer);
     frame_.hide();
+    delete std::exchange(trace_, nullptr);
     // What follows frees the samples; no window may paint any more.
     for (auto& [window, child] : children_) delete child;
     children_.clear();
     timing_ = nullptr;
+    stateList_ = nullptr;
     cursors_ = nullptr;
     Shutdown(app_);
 }
 
 void CZuView::OnTick(int id) {
+    if (host_.Quitting()) return;
     OnTimer(app_, id);
-    UpdateBars();
+    if (!host_.Quitting()) ShowCaptureState();
+}
+
+void CZuView::ShowCaptureState() {
+    const CaptureRecord& capture = State().Capture;
+    CaptureTexts texts;
+    if (capture.CaptureState == 1) texts.State = CaptureTexts::Lamp::Running;
+    if (capture.CaptureState == 2) texts.State = CaptureTexts::Lamp::Paused;
+    const std::int32_t count = capture.CaptureCount;
+    texts.Count = count == 1 ? QStringLiteral("1 capture") : QStringLiteral("%1 captures").arg(count);
+    texts.Status = FromState(capture.StatusText.View()).replace(QStringLiteral(" \n"), QStringLiteral(", "));
+    frame_.SetCapture(texts);
+    const bool running = capture.CaptureState != 0;
+    if (std::exchange(shownRunning_, running) != running) menu_->Refresh();
 }
 
 void CZuView::Execute(CommandId id) {
@@ -150,8 +180,8 @@ void CZuView::ExecuteOwn(CommandId id) {
         case CommandId::WindowCascade:
             frame_.Area().cascadeSubWindows();
             break;
-        case CommandId::HardwareAddress:
-            RunAddressDialog();
+        case CommandId::RegisterTrace:
+            ShowRegisterTrace();
             break;
         case CommandId::HelpKeys:
             CKeySheet(&frame_).exec();
@@ -204,9 +234,15 @@ void CZuView::OpenTimingDialog(const DialogRequest& request) {
     UpdateBars();
 }
 
+void CZuView::RunSearch(bool forward) {
+    const bool found = forward ? SearchForward(State()) : SearchBackward(State());
+    found ? RefreshKeepingMeasures() : host_.Beep();
+}
+
 void CZuView::RefreshKeepingMeasures() {
     keepMeasures_ = true;
     RefreshAll(app_);
+    RedrawIfOpen(app_, WindowId::Pattern);
     keepMeasures_ = false;
 }
 
@@ -226,8 +262,8 @@ QWidget* CZuView::MakeCursorWindow() {
 CChildFrame* CZuView::MakeChild(WindowId window) {
     QWidget* content = nullptr;
     if (window == WindowId::Timing) content = timing_ = new CTimingWnd(*this);
-    if (window == WindowId::Cursor)
-        content = cursors_ = new CCursorDlg(State(), [this] { RefreshKeepingMeasures(); });
+    if (window == WindowId::StateList) content = stateList_ = new CStateList(*this);
+    if (window == WindowId::Cursor) content = MakeCursorWindow();
     if (content == nullptr) return nullptr;
     auto* child = new CChildFrame(State().Windows, window, *content);
     frame_.Area().addSubWindow(child);
@@ -240,12 +276,19 @@ CChildFrame* CZuView::MakeChild(WindowId window) {
 QRect CZuView::DefaultPlace(WindowId window) {
     const QSize area = frame_.Area().viewport()->size();
     if (window == WindowId::Cursor) {
-        const QSize wanted = Child(window)->sizeHint();
-        return {0, 0, std::min(wanted.width(), area.width()), std::min(wanted.height(), area.height())};
+        const CChildFrame& child = *Child(window);
+        QSize wanted = child.sizeHint();
+        if (wanted.height() > area.height()) {
+            wanted.rwidth() += child.style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+        }
+        return {QPoint(), wanted.boundedTo(area)};
     }
     const ChildRecord& record = ChildRecordOf(window);
     if (record.Rect == nullptr) return {QPoint(), area};
-    QRect place = FitInto(State().Windows.*record.Rect, area);
+    const WindowRect& first = State().Windows.*record.Rect;
+    QRect place = FitInto(first, area);
+    // The Statelist's first rectangle ends above its beginning: it then reaches to the lower end.
+    if (first.Bottom <= first.Top) place.setBottom(std::max(area.height() - 1, place.bottom()));
     // Before the user has arranged anything, nothing covers the cursor window.
     CChildFrame* cursor = Child(WindowId::Cursor);
     if (cursor != nullptr && cursor->IsOpen() && place.intersects(cursor->geometry())) {
@@ -261,6 +304,7 @@ void CZuView::Open(WindowId window) {
     if (child == nullptr) return;
     child->Open(DefaultPlace(window));
     if (window == WindowId::Timing) timing_->MakePicture();
+    if (window == WindowId::StateList) stateList_->MakePicture();
     Redraw(window);
 }
 
@@ -272,6 +316,7 @@ void CZuView::Redraw(WindowId window) {
     if (window == WindowId::Timing && timing_ != nullptr) {
         keepMeasures_ ? timing_->Redraw() : timing_->DataChanged();
     }
+    if (window == WindowId::StateList && stateList_ != nullptr) stateList_->Redraw();
     if (window == WindowId::Cursor && cursors_ != nullptr) cursors_->Redraw();
 }
 
@@ -281,6 +326,7 @@ void CZuView::UpdateBars() {
                     FromState(RateStatusText(state.Clock.ClockType, state.Clock.ClockRate)),
                     FromState(CaptureModeText(state.Capture.CaptureMode)), FromState(StatusMemoryText(state)),
                     QStringLiteral("%1 ch").arg(DisplayChannelCount(state))});
+    ShowCaptureState();
 }
 
 void CZuView::UpdateMenus() {
@@ -295,13 +341,22 @@ ScreenFacts CZuView::Screen() {
     return {whole.width(), whole.height(), free.y() + free.height(), device.width(), device.height()};
 }
 
-void CZuView::RunAddressDialog() {
-    if (host_.Unattended()) return;
-    CHWAddress(State(), frame_.isVisible() ? &frame_ : nullptr).exec();
+bool CZuView::RunAddressDialog() {
+    // Asked to end during start-up, the program opens no further dialog.
+    if (host_.Unattended() || host_.Quitting()) return false;
+    CHWAddress dialog(app_.Hardware, State(), frame_.isVisible() ? &frame_ : nullptr);
+    return dialog.exec() == QDialog::Accepted;
+}
+
+void CZuView::ShowRegisterTrace() {
+    if (trace_ == nullptr) trace_ = new CRegisterTrace(app_, &frame_);
+    trace_->show();
+    trace_->raise();
+    trace_->activateWindow();
 }
 
 void CZuView::RunModelDialog() {
-    if (host_.Unattended()) return;
+    if (host_.Unattended() || host_.Quitting()) return;
     CInitSettings(State(), frame_.isVisible() ? &frame_ : nullptr).exec();
 }
 

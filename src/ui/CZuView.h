@@ -17,6 +17,8 @@ namespace zu {
 class CChildFrame;
 class CCursorDlg;
 class CMainFrame;
+class CRegisterTrace;
+class CStateList;
 class CTimingWnd;
 class HeldKeyFilter;
 class MainMenu;
@@ -46,6 +48,7 @@ class CZuView final : public QObject, public Shell {
     /// Colours are chosen by this from now on; it must outlive the controller.
     void SetColors(ColorChooser& colors) { colors_ = &colors; }
     [[nodiscard]] CTimingWnd* Timing() { return timing_; }
+    [[nodiscard]] CStateList* StateList() { return stateList_; }
     [[nodiscard]] CChildFrame* Child(WindowId window);
 
     /// Runs a command as its menu entry would.
@@ -54,6 +57,8 @@ class CZuView final : public QObject, public Shell {
     void OpenFile(const QString& path);
     /// Runs a dialog that the Timing view asks for.
     void OpenTimingDialog(const DialogRequest& request);
+    /// Moves the active view to the next or previous match; without one it beeps.
+    void RunSearch(bool forward);
     /// Redraws everything for a change that touched no samples.
     void RefreshKeepingMeasures();
 
@@ -63,7 +68,7 @@ class CZuView final : public QObject, public Shell {
     void Redraw(WindowId window) override;
     void UpdateBars() override;
     void UpdateMenus() override;
-    void RunAddressDialog() override;
+    bool RunAddressDialog() override;
     void RunModelDialog() override;
     void SetBusy(bool busy) override;
 
@@ -71,10 +76,12 @@ class CZuView final : public QObject, public Shell {
     void BuildMenu();
     void ConnectFrame();
     void OnTick(int id);
+    void ShowCaptureState();
     void PresentFrame();
     void ExecuteOwn(CommandId id);
     bool ExecuteColor(CommandId id);
     void ExecuteZoom(CommandId id);
+    void ShowRegisterTrace();
     CChildFrame* MakeChild(WindowId window);
     QWidget* MakeCursorWindow();
     [[nodiscard]] QRect DefaultPlace(WindowId window);
@@ -89,8 +96,11 @@ class CZuView final : public QObject, public Shell {
     DesktopColors desktopColors_;
     ColorChooser* colors_ = &desktopColors_;
     CTimingWnd* timing_ = nullptr;
+    CStateList* stateList_ = nullptr;
     CCursorDlg* cursors_ = nullptr;
+    CRegisterTrace* trace_ = nullptr;
     bool keepMeasures_ = false;
+    bool shownRunning_ = false;  ///< whether the menu was last refreshed for a running capture
 };
 
 }  // namespace zu

@@ -23,7 +23,8 @@ bool IsExclusive(CommandId id) {
            within(CommandId::LoopNormal, CommandId::LoopFaster) ||
            within(CommandId::Rate0, CommandId::RateLast) ||
            within(CommandId::ClockInternal, CommandId::ClockRisingFalling) ||
-           within(CommandId::Memory0, CommandId::MemoryLast) || within(CommandId::Zoom0, CommandId::ZoomLast);
+           within(CommandId::Memory0, CommandId::MemoryLast) ||
+           within(CommandId::Scene0, CommandId::SceneLast) || within(CommandId::Zoom0, CommandId::ZoomLast);
 }
 
 }  // namespace
@@ -56,7 +57,7 @@ void MainMenu::MakeActions(QWidget& shortcutOwner) {
         if (IsExclusive(id)) {
             // A group of its own draws the round mark; the state decides what is checked.
             auto* group = new QActionGroup(action);
-            group->setExclusionPolicy(QActionGroup::ExclusionPolicy::None);
+            group->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
             group->addAction(action);
         }
         connect(action, &QAction::triggered, this, [this, id] { source_.Run(id); });

@@ -62,6 +62,12 @@ constexpr std::array kTree{
     Line(),
     Cmd(CommandId::ClearBufferOnGo),
     Cmd(CommandId::ClearDataBuffer),
+    Line(),
+    Begin("S&imulated signals"),
+    Cmds(CommandId::Scene0, CommandId::SceneLast),
+    Line(),
+    Cmd(CommandId::ReplayFile),
+    End(),
     End(),
 
     Begin("C&lock"),
@@ -93,6 +99,7 @@ constexpr std::array kTree{
     Line(),
     Cmd(CommandId::HardwareAddress),
     Cmd(CommandId::BoardStatus),
+    Cmd(CommandId::RegisterTrace),
     End(),
 
     Begin("&View"),

@@ -4,7 +4,6 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QDateTime>
 #include <QFileDialog>
@@ -17,6 +16,11 @@
 
 namespace zu {
 namespace {
+
+/// Shorter periods count as this, so that a tick that asks for the next at once leaves room for the rest.
+constexpr int kShortestPeriod = 10;
+/// Between two calls of LoopTurn, so that a tight loop spends its time on captures.
+constexpr qint64 kLoopTurnMilliseconds = 50;
 
 /// Below this a wait spins, as the scheduler would oversleep.
 constexpr double kSpinNanoseconds = 2e6;
@@ -57,7 +61,7 @@ QWidget* QtHost::Owner() const {
 }
 
 void QtHost::Message(std::string_view text, std::string_view caption) {
-    if (unattended_) return PrintBox(text, caption);
+    if (unattended_ || quitting_) return PrintBox(text, caption);
     ShowBox(Owner(), text, caption, QMessageBox::Information, QMessageBox::Ok);
 }
 
@@ -70,7 +74,7 @@ bool QtHost::Confirm(std::string_view text, std::string_view caption) {
 }
 
 bool QtHost::AnswerOf(std::string_view text, std::string_view caption, int good, int bad) {
-    if (unattended_) {
+    if (unattended_ || quitting_) {
         PrintBox(text, caption);
         return false;
     }
@@ -95,7 +99,7 @@ void QtHost::StartTimer(int id, int milliseconds) {
             if (Tick) Tick(id);
         });
     }
-    timer->start(std::max(0, milliseconds));
+    timer->start(std::max(kShortestPeriod, milliseconds));
 }
 
 void QtHost::KillTimer(int id) {
@@ -105,11 +109,15 @@ void QtHost::KillTimer(int id) {
 
 Host::Turn QtHost::RunWaitingMessage() {
     if (quitting_) return Turn::Quit;
-    QAbstractEventDispatcher* dispatcher = QAbstractEventDispatcher::instance();
+    // The toolkit does not tell whether a message waits: what waits is run, and then it is the caller's turn.
     QCoreApplication::sendPostedEvents();
-    const bool handled = dispatcher != nullptr && dispatcher->processEvents(QEventLoop::AllEvents);
+    QCoreApplication::processEvents();
     if (quitting_) return Turn::Quit;
-    return handled ? Turn::Handled : Turn::Idle;
+    if (LoopTurn && clock_.elapsed() - lastTurn_ >= kLoopTurnMilliseconds) {
+        lastTurn_ = clock_.elapsed();
+        LoopTurn();
+    }
+    return Turn::Idle;
 }
 
 std::uint32_t QtHost::TickCount() {
@@ -132,7 +140,7 @@ LocalTime QtHost::Now() {
 }
 
 std::optional<std::string> QtHost::ChooseFile(const FileRequest& request) {
-    if (unattended_) return std::nullopt;
+    if (unattended_ || quitting_) return std::nullopt;
     const FileFilters filters = ParseFilters(request.Filters);
     QFileDialog dialog(Owner(), request.Save ? QStringLiteral("Save as") : QStringLiteral("Open"));
     dialog.setAcceptMode(request.Save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);

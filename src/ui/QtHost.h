@@ -35,6 +35,8 @@ class QtHost final : public QObject, public Host {
 
     /// Called with the timer's id at each tick.
     std::function<void(int)> Tick;
+    /// Called now and then while a tight loop runs, which leaves no other chance to show what it does.
+    std::function<void()> LoopTurn;
     /// Shows a remark in the status bar.
     std::function<void(const QString&)> ShowRemark;
 
@@ -63,6 +65,7 @@ class QtHost final : public QObject, public Host {
     QPointer<QWidget> window_;
     std::map<int, QTimer*> timers_;
     QElapsedTimer clock_;
+    qint64 lastTurn_ = 0;  ///< of the clock, at the last LoopTurn
     bool unattended_ = false;
     bool quitting_ = false;
 };

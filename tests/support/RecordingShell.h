@@ -38,6 +38,7 @@ class RecordingShell : public Shell {
     std::vector<std::string> Log;  ///< "open Timing", "redraw Cursor", "address dialog" in order
     std::function<void()> OnAddressDialog;
     std::function<void()> OnModelDialog;
+    bool AddressChosen = true;  ///< how the address dialog is left
     std::function<void(WindowId)> OnRedraw;
 
     ScreenFacts Screen() override { return Facts; }
@@ -55,9 +56,10 @@ class RecordingShell : public Shell {
     }
     void UpdateBars() override { Log.emplace_back("bars"); }
     void UpdateMenus() override { Log.emplace_back("menus"); }
-    void RunAddressDialog() override {
+    bool RunAddressDialog() override {
         Log.emplace_back("address dialog");
         if (OnAddressDialog) OnAddressDialog();
+        return AddressChosen;
     }
     void RunModelDialog() override {
         Log.emplace_back("model dialog");

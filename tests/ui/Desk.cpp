@@ -42,6 +42,7 @@ Desk::Desk(std::vector<std::string> arguments, std::shared_ptr<TempFolder> home)
         attachment_->AttachTo(*hardware_);
     }
     view_ = std::make_unique<CZuView>(*state_, *host_, *hardware_, *keys_, *frame_);
+    if (attachment_ != nullptr) view_->TheApp().Simulated = attachment_->Simulated();
 }
 
 Desk::~Desk() {

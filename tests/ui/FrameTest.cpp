@@ -7,12 +7,15 @@
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMimeData>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTest>
 #include <QUrl>
 
 #include "core/FileCommands.h"
 #include "ui/Desk.h"
 #include "ui/DrawnIcon.h"
+#include "ui/display/CCursorDlg.h"
 
 namespace zu::test {
 namespace {
@@ -80,6 +83,25 @@ TEST(Child, AStoredPlaceOutsideIsShownInsideAndStaysStored) {
     const QRect shown = desk.View().Child(WindowId::Timing)->geometry();
     EXPECT_TRUE(desk.Frame().Area().viewport()->rect().intersects(shown));
     EXPECT_EQ(desk.State().Windows.TimingRect, far);
+}
+
+TEST(Child, TheCursorWindowScrollsWhereItsFieldsHaveNoRoom) {
+    StartedDesk desk;
+    desk.View().Close(WindowId::Cursor);
+    desk.Frame().setGeometry(60, 92, 740, 400);
+    Desk::Settle();
+    desk.View().Open(WindowId::Cursor);
+    Desk::Settle();
+    const CChildFrame& child = *desk.View().Child(WindowId::Cursor);
+    EXPECT_LE(child.height(), desk.Frame().Area().viewport()->height());
+    auto* fields = child.findChild<CCursorDlg*>();
+    ASSERT_NE(fields, nullptr);
+    EXPECT_GE(fields->height(), fields->sizeHint().height()) << "no field lies on another";
+    const auto* scroller = child.findChild<QScrollArea*>();
+    ASSERT_NE(scroller, nullptr);
+    EXPECT_GT(scroller->verticalScrollBar()->maximum(), 0);
+    EXPECT_EQ(scroller->horizontalScrollBar()->maximum(), 0) << "room was left for the other bar";
+    SaveShot(desk.Frame(), "cursor-small");
 }
 
 TEST(Child, ClosingHidesItAndClearsItsFlag) {

@@ -4,6 +4,7 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QTest>
+#include <QTimer>
 
 #include "support/TempFolder.h"
 #include "ui/Boxes.h"
@@ -88,10 +89,25 @@ TEST(QtHost, TimersTickUntilTheyAreKilled) {
     EXPECT_TRUE(ticks.isEmpty());
 }
 
-TEST(QtHost, TheMessageQueueIsIdleOrHandledOrQuit) {
+TEST(QtHost, ATimerThatIsStartedAgainIsReplaced) {
     QtHost host;
-    while (host.RunWaitingMessage() == Host::Turn::Handled) {
-    }
+    int ticks = 0;
+    host.Tick = [&](int) { ++ticks; };
+    host.StartTimer(1, 0);
+    host.StartTimer(1, 60000);
+    QTest::qWait(40);
+    EXPECT_EQ(ticks, 0);
+    EXPECT_EQ(host.findChildren<QTimer*>().size(), 1);
+    host.StartTimer(1, 0);
+    EXPECT_EQ(host.findChild<QTimer*>()->interval(), 10) << "a shorter period leaves no time for the rest";
+}
+
+TEST(QtHost, RunsWhatWaitsUntilItQuits) {
+    QtHost host;
+    bool ran = false;
+    QTimer::singleShot(0, &host, [&ran] { ran = true; });
+    EXPECT_EQ(host.RunWaitingMessage(), Host::Turn::Idle);
+    EXPECT_TRUE(ran) << "what waits is run";
     EXPECT_EQ(host.RunWaitingMessage(), Host::Turn::Idle);
     host.SetQuitting();
     EXPECT_EQ(host.RunWaitingMessage(), Host::Turn::Quit);

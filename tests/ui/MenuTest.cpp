@@ -1,11 +1,15 @@
 // The menu as each model shows it, and what its entries and keys do.
 #include <gtest/gtest.h>
+#include <random>
 #include <set>
 
 #include <QAction>
+#include <QActionGroup>
+#include <QApplication>
 #include <QMenu>
 #include <QMenuBar>
 #include <QTest>
+#include <QTimer>
 
 #include "core/Capture.h"
 #include "core/FileCommands.h"
@@ -47,6 +51,22 @@ TEST(Menu, TopMenusHaveMnemonicsOfTheirOwn) {
     }
     EXPECT_EQ(titles, (QStringList{"File", "Capture", "Clock", "Rate", "Memory", "Setup", "View", "Pattern",
                                    "Window", "Help"}));
+}
+
+TEST(Menu, SetupAndViewHaveAMnemonicForEachEntry) {
+    StartedDesk desk;
+    for (const char* menu : {"Setup", "View"}) {
+        std::set<QChar> letters;
+        for (const QString& text : desk.EntriesOf(menu)) {
+            const qsizetype mark = text.indexOf(u'&');
+            if (mark < 0) {
+                EXPECT_EQ(text, "Pattern Generator output voltage...");
+                continue;
+            }
+            EXPECT_TRUE(letters.insert(text.at(mark + 1).toLower()).second) << text.toStdString();
+        }
+        EXPECT_GE(letters.size(), 6U) << menu;
+    }
 }
 
 struct ModelMemory {
@@ -139,6 +159,57 @@ TEST(Menu, ARateThatTheRowForbidsIsMendedWhenAMenuOpens) {
     desk.EntriesOf("Rate");
     EXPECT_EQ(desk.State().Clock.ClockRate, 3);
 }
+
+TEST(Menu, EntriesOfWhichOneIsInForceHaveARoundMark) {
+    StartedDesk desk;
+    const MainMenu& menu = desk.View().Menu();
+    for (const CommandId id : {RateCommand(5), MemoryCommand(0), CaptureModeCommand(0), CommandId::LoopNormal,
+                               CommandId::ClockInternal, ZoomCommand(5)}) {
+        const QActionGroup* group = menu.Action(id)->actionGroup();
+        ASSERT_NE(group, nullptr) << Traits(id).Text;
+        EXPECT_TRUE(group->isExclusive()) << "the style draws a check mark otherwise: " << Traits(id).Text;
+    }
+    for (const CommandId id : {CommandId::TimingGrid, CommandId::ClearBufferOnGo, CommandId::WindowTiming}) {
+        EXPECT_EQ(menu.Action(id)->actionGroup(), nullptr) << Traits(id).Text;
+    }
+    QAction* current = menu.Action(RateCommand(5));
+    current->trigger();
+    EXPECT_TRUE(current->isChecked()) << "what is in force stays checked when it is chosen again";
+    menu.Action(RateCommand(8))->trigger();
+    EXPECT_FALSE(current->isChecked());
+    EXPECT_TRUE(menu.Action(RateCommand(8))->isChecked());
+}
+
+class CommandsInAnyOrder : public testing::TestWithParam<int> {};
+
+/// Every entry that can be chosen, in no order that makes sense; dialogs are cancelled, questions answered
+/// No.
+TEST_P(CommandsInAnyOrder, LeaveTheProgramAlive) {
+    StartedDesk desk({"--model=" + std::to_string(GetParam())});
+    std::mt19937 random(static_cast<unsigned>(GetParam()));
+    QTimer stopper;
+    QObject::connect(&stopper, &QTimer::timeout, &stopper, [&desk] {
+        if (desk.View().TheApp().Poll.FastLoopActive) desk.View().Execute(CommandId::Stop);
+    });
+    stopper.start(5);
+    for (int step = 0; step < 250; ++step) {
+        const auto id = static_cast<CommandId>(random() % kCommandCount);
+        if (id == CommandId::FileExit) continue;
+        desk.View().Execute(id);
+        Desk::Settle();
+        const InstrumentState& state = desk.State();
+        ASSERT_LT(state.Clock.ClockRate, kRateCodes) << Traits(id).Text;
+        ASSERT_EQ(QApplication::overrideCursor(), nullptr) << Traits(id).Text;
+        ASSERT_EQ(desk.Shown("ModeBox").toStdString(), CaptureModeText(state.Capture.CaptureMode));
+        for (int i = 0; i < kMaxPods; ++i) {
+            ASSERT_LE(static_cast<std::size_t>(GetBufLenFull(state.Buffer.BufLen, i)), state.Buffer.Room(i));
+        }
+    }
+    desk.View().Execute(CommandId::Stop);
+    EXPECT_EQ(desk.State().Capture.CaptureState, 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Models, CommandsInAnyOrder, testing::Values(0, 11, 15, 17, 19, 27));
 
 TEST(Menu, EntriesOfWhatIsNotBuiltAreDisabled) {
     StartedDesk desk;

@@ -151,15 +151,22 @@ TEST(SecondStart, AClosedTimingWindowStaysClosedOnceADataFileIsThere) {
     EXPECT_TRUE(second.Timing().isVisible());
 }
 
-/// Runs the program itself and answers its exit code; `output` gets what it printed.
-int RunProgram(const QStringList& arguments, const TempFolder& home, QByteArray& output) {
-    QProcess program;
+/// Surroundings of a run with its files in a folder of its own, without a display or on a named platform.
+QProcessEnvironment Surroundings(const TempFolder& home, const QString& platform = {}) {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("ZU_HOME", QString::fromStdString(home.Path().string()));
     environment.remove("DISPLAY");
     environment.remove("WAYLAND_DISPLAY");
     environment.remove("QT_QPA_PLATFORM");
-    program.setProcessEnvironment(environment);
+    if (!platform.isEmpty()) environment.insert("QT_QPA_PLATFORM", platform);
+    return environment;
+}
+
+/// Runs the program itself and answers its exit code; `output` gets what it printed.
+int RunProgram(const QStringList& arguments, const TempFolder& home, QByteArray& output,
+               const QString& platform = {}) {
+    QProcess program;
+    program.setProcessEnvironment(Surroundings(home, platform));
     program.start(ZU_PROGRAM, arguments);
     if (!program.waitForFinished(60000)) return -1;
     output = program.readAllStandardOutput();
@@ -172,6 +179,27 @@ TEST(Program, TellsAScriptThatNoInstrumentIsThere) {
     EXPECT_EQ(RunProgram({"-returnZuStat"}, home, output), 0);
     EXPECT_EQ(output, "ZU NOT found\n");
     EXPECT_EQ(home.Count(), 0) << "nothing was saved";
+}
+
+TEST(Program, AsksNobodyOnAPlatformWithoutAScreen) {
+    const TempFolder home;
+    QByteArray output;
+    EXPECT_EQ(RunProgram({"-RETURNZUSTAT"}, home, output, "offscreen"), 0);
+    EXPECT_EQ(output, "ZU NOT found\n");
+}
+
+TEST(Program, EndsOutOfItsFirstDialogs) {
+    const TempFolder home;
+    QProcess program;
+    program.setProcessEnvironment(Surroundings(home, "minimal"));  // takes input, so somebody may sit at it
+    program.start(ZU_PROGRAM, QStringList());
+    ASSERT_TRUE(program.waitForStarted());
+    QTest::qWait(1500);
+    EXPECT_EQ(program.state(), QProcess::Running) << "it waits in the address dialog";
+    program.terminate();
+    ASSERT_TRUE(program.waitForFinished(30000));
+    EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
+    EXPECT_TRUE(std::filesystem::exists(home.File("WRoach.ini")));
 }
 
 TEST(Program, PrintsItsVersionAndItsUsage) {
@@ -197,10 +225,7 @@ TEST(Program, WritesAPictureOfItsWindowWithoutADisplay) {
 TEST(Program, LeavesByTheExitPathWhenItIsAskedToEnd) {
     const TempFolder home;
     QProcess program;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("ZU_HOME", QString::fromStdString(home.Path().string()));
-    environment.insert("QT_QPA_PLATFORM", "offscreen");
-    program.setProcessEnvironment(environment);
+    program.setProcessEnvironment(Surroundings(home, "offscreen"));
     program.start(ZU_PROGRAM, {"--model=11", "-G"});
     ASSERT_TRUE(program.waitForStarted());
     // Preferences are written by the exit path alone; the capture runs until then.

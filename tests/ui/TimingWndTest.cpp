@@ -151,6 +151,23 @@ TEST(TimingWnd, ShiftWheelMovesAlongTheSamples) {
     EXPECT_EQ(desk.State().Timing.TimingDataPos, 0);
 }
 
+TEST(TimingWnd, ATouchpadPansByItsPixels) {
+    Waves desk;
+    const QPoint at(desk.DataLeft() + 100, 200);
+    const auto swipe = [&](QPoint pixels, QPoint angle) {
+        QWidget& area = desk.TimingArea();
+        QWheelEvent event(at, area.mapToGlobal(at), pixels, angle, Qt::NoButton, {}, Qt::ScrollUpdate, false);
+        QCoreApplication::sendEvent(&area, &event);
+    };
+    swipe({-7, 1}, {-56, 8});
+    EXPECT_EQ(desk.State().Timing.TimingDataPos, 7);
+    swipe({}, {-1, 0});
+    EXPECT_EQ(desk.State().Timing.TimingDataPos, 7);
+    swipe({}, {-1, 0});
+    EXPECT_EQ(desk.State().Timing.TimingDataPos, 8) << "two small turns make a pixel";
+    EXPECT_EQ(desk.State().Timing.TimingChPos, 0);
+}
+
 TEST(TimingWnd, KeysAreScrollCodes) {
     Waves desk;
     QWidget& window = desk.Timing();

@@ -1,33 +1,25 @@
 #include "ui/core/CInitSettings.h"
 
 #include <algorithm>
-#include <array>
 
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "core/Defaults.h"
 #include "state/Catalogue.h"
 #include "ui/QtText.h"
 
 namespace zu {
 namespace {
 
-/// A row that this build offers. The other rows are in the dialog and hidden: all series share it.
-struct Offer {
-    int Row;
-    std::string_view Name;
-};
-constexpr std::array kOffers{
-    Offer{11, "Roach40S"}, Offer{12, "Roach80S"},  Offer{13, "Roach40L"},
-    Offer{14, "Roach80L"}, Offer{15, "Roach160L"},
-};
-
-const Offer* OfferOf(int row) {
-    const auto* found =
-        std::find_if(kOffers.begin(), kOffers.end(), [row](const Offer& o) { return o.Row == row; });
-    return found == kOffers.end() ? nullptr : found;
+/// The choice that offers a row, or null: the other rows are in the dialog and hidden, as all series share
+/// it.
+const EmulationChoice* OfferOf(int row) {
+    const auto* found = std::find_if(kEmulationChoices.begin(), kEmulationChoices.end(),
+                                     [row](const EmulationChoice& choice) { return choice.Row == row; });
+    return found == kEmulationChoices.end() ? nullptr : found;
 }
 
 QString ShapeText(const ModelTraits& model) {
@@ -39,8 +31,8 @@ QString ShapeText(const ModelTraits& model) {
 }  // namespace
 
 QString EmulatedModelName(int row) {
-    const Offer* offer = OfferOf(row);
-    return FromState(offer == nullptr ? Model(row).ShortName : offer->Name);
+    const EmulationChoice* offer = OfferOf(row);
+    return FromState(offer == nullptr ? Model(row).ShortName : offer->Text);
 }
 
 CInitSettings::CInitSettings(InstrumentState& state, QWidget* parent) : QDialog(parent), state_(state) {

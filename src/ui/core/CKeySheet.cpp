@@ -8,7 +8,7 @@
 #include <QTextBrowser>
 #include <QVBoxLayout>
 
-#include "core/CommandTable.h"
+#include "core/Commands.h"
 #include "ui/QtText.h"
 
 namespace zu {
@@ -36,10 +36,32 @@ constexpr std::array kTimingMouse{
     ViewKey{"Ctrl+click, Shift+click", "Zoom in or out at the pointer"},
     ViewKey{"A, B, C, D or T held and click", "Put that cursor at the pointer"},
     ViewKey{"Drag a cursor", "Move it; with 2, 3, 4 or 5 held move A and B, A to C, A to D, A to T"},
-    ViewKey{"Drag the box in the overview", "Move along the whole capture"},
-    ViewKey{"Drag a name", "Move the line"},
-    ViewKey{"Double click on a name", "Edit the channel or group"},
+    ViewKey{"Drop a cursor", "Within 6 pixels of an edge it snaps to the edge; not with Alt held"},
+    ViewKey{"Rest on a trace", "Width, period, frequency and duty of the pulse, or the value of the group"},
+    ViewKey{"Drag the box or a tick in the overview", "Move along the whole capture; move that cursor"},
+    ViewKey{"Click on + or - above trigger words", "Next or previous level of the sequence"},
+    ViewKey{"Drag a number or name", "Move the line"},
+    ViewKey{"Double click on a number or name", "Edit the channel or group"},
     ViewKey{"Right click", "Display options; on a cursor its menu"},
+};
+
+constexpr std::array kStateListKeys{
+    ViewKey{"Up, Down", "One row up or down"},
+    ViewKey{"Page Up, Page Down", "As many rows as the window shows up or down"},
+    ViewKey{"Home, End", "Ten rows up or down"},
+    ViewKey{"Left, Right", "One column back or on"},
+    ViewKey{"Ctrl+Page Up, Ctrl+Page Down", "As many columns as the window shows back or on"},
+    ViewKey{"Ctrl+Home, Ctrl+End", "To the first or last column"},
+    ViewKey{"Ctrl+C", "Copy the selected rows, or those on the screen, as text"},
+    ViewKey{"Esc", "Select nothing"},
+    ViewKey{"Wheel, Shift+wheel", "Three rows up or down; one column back or on"},
+    ViewKey{"A, B, C, D or T held and click", "Put that cursor on the row"},
+    ViewKey{"Drag the row of a cursor",
+            "Move it; with 2, 3, 4 or 5 held move A and B, A to C, A to D, A to T"},
+    ViewKey{"Drag over rows, Shift+click", "Select rows"},
+    ViewKey{"Rest on a row", "Sample, time and distance to the cursors"},
+    ViewKey{"Click on a group's name", "Setup of the column"},
+    ViewKey{"Right click", "Menu of the cursors"},
 };
 
 constexpr std::array kDialogKeys{
@@ -62,8 +84,9 @@ KeyChapter Chapter(const char* title, const std::array<ViewKey, Count>& rows) {
 KeyChapter CommandKeys() {
     KeyChapter chapter{QStringLiteral("Commands"), {}};
     for (std::size_t i = 0; i < kCommandCount; ++i) {
-        const CommandTraits& traits = Traits(static_cast<CommandId>(i));
-        if (traits.Key.empty()) continue;
+        const auto id = static_cast<CommandId>(i);
+        const CommandTraits& traits = Traits(id);
+        if (traits.Key.empty() || !IsOffered(id)) continue;
         const QKeySequence key(FromState(traits.Key));
         chapter.Lines.append({key.toString(QKeySequence::NativeText), FromState(traits.Hint)});
     }
@@ -87,7 +110,8 @@ QString ToHtml(const QList<KeyChapter>& chapters) {
 
 QList<KeyChapter> KeySheet() {
     return {CommandKeys(), Chapter("Timing window: keys", kTimingKeys),
-            Chapter("Timing window: mouse", kTimingMouse), Chapter("Dialogs", kDialogKeys)};
+            Chapter("Timing window: mouse", kTimingMouse), Chapter("Statelist", kStateListKeys),
+            Chapter("Dialogs", kDialogKeys)};
 }
 
 CKeySheet::CKeySheet(QWidget* parent) : QDialog(parent) {

@@ -13,7 +13,7 @@ namespace {
 
 /// A level of the trigger sequence with the name of the word that it waits for.
 QString LevelText(const InstrumentState& state, int level) {
-    const QString text = QStringLiteral("Level %1").arg(level);
+    QString text = QStringLiteral("Level %1").arg(level);
     const int word = state.Trigger.SeqList[static_cast<std::size_t>(level)] - 1;
     if (word < 0 || word >= kTrigWords) return text;
     return text + QStringLiteral("  ") +

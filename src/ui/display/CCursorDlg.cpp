@@ -62,6 +62,8 @@ QToolButton* MakeArrow(Qt::ArrowType arrow, const CursorStep& step, const QStrin
     button->setArrowType(arrow);
     button->setAutoRepeat(true);
     button->setToolTip(FromState(step.ToolTip));
+    button->setAccessibleName(QStringLiteral("%1 %2").arg(
+        arrow == Qt::UpArrow ? QStringLiteral("Up") : QStringLiteral("Down"), FromState(step.Label)));
     button->setFixedSize(24, 16);
     return button;
 }
@@ -94,7 +96,9 @@ CCursorDlg::CCursorDlg(InstrumentState& state, std::function<void()> changed)
 void CCursorDlg::AddItems(QBoxLayout& layout) {
     auto* grid = new QGridLayout;
     grid->setVerticalSpacing(0);
-    grid->setColumnStretch(2, 1);
+    // What the long names need besides a button goes behind the letters, not in front of them.
+    grid->setColumnStretch(1, 1);
+    grid->setColumnStretch(2, 1000);
     for (std::size_t i = 0; i < kItems.size(); ++i) {
         const int row = static_cast<int>(i);
         grid->setRowMinimumHeight(row, kItemHeight);
@@ -102,6 +106,7 @@ void CCursorDlg::AddItems(QBoxLayout& layout) {
         auto* choice = new QRadioButton(isCursor ? QString() : FromState(kItems[i].Text), this);
         choice->setObjectName(QStringLiteral("Item%1").arg(row));
         choice->setToolTip(FromState(kItems[i].ToolTip));
+        choice->setAccessibleName(FromState(kItems[i].ToolTip));
         choice->setChecked(i == 0);
         items_->addButton(choice, row);
         grid->addWidget(choice, row, 0, 1, isCursor ? 1 : 2);
@@ -173,6 +178,7 @@ void CCursorDlg::AddDifferences(QBoxLayout& layout) {
         list->setObjectName(QStringLiteral("Difference%1").arg(i));
         list->setFont(Figures());
         list->setToolTip(QStringLiteral("Distance between two cursors"));
+        list->setAccessibleName(QStringLiteral("Distance %1").arg(i + 1));
         list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         list->setMinimumContentsLength(18);
         for (const CursorPair& pair : kCursorPairs) list->addItem(FromState(pair.Label));

@@ -65,6 +65,7 @@ QListWidget* CDisplayStyle::MakeList(const char* name) {
     list->setObjectName(QString::fromLatin1(name));
     list->setUniformItemSizes(true);
     list->setItemDelegate(new RowDelegate(list));
+    list->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
     connect(list, &QListWidget::itemDoubleClicked, this, &CDisplayStyle::accept);
     return list;
 }

@@ -16,10 +16,13 @@ CGoToDlg::CGoToDlg(TimingView& view, QWidget* parent)
     place_->setObjectName(QStringLiteral("Place"));
     place_->setMinimumWidth(260);
     hint_->setText(QStringLiteral("A sample, a time or a cursor: 12500, 3.2us, A+100"));
+    auto* label = new QLabel(QStringLiteral("&Place:"), this);
+    label->setBuddy(place_);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     connect(buttons, &QDialogButtonBox::accepted, this, &CGoToDlg::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* layout = new QVBoxLayout(this);
+    layout->addWidget(label);
     layout->addWidget(place_);
     layout->addWidget(hint_);
     layout->addWidget(buttons);

@@ -9,6 +9,8 @@
 #include "ui/display/CDisplayOptions.h"
 #include "ui/display/CGroupDef.h"
 #include "ui/display/CInsertGroup.h"
+#include "ui/display/CSearchDlg.h"
+#include "ui/display/CStateListSetup.h"
 #include "ui/display/CTimingSetup.h"
 #include "ui/display/CTimingWnd.h"
 
@@ -65,6 +67,18 @@ bool RunEditCommand(CZuView& view, CommandId id) {
             return true;
         case CommandId::TimingSetup:
             CTimingSetup(view.TheApp(), view.Colors(), &view.Frame()).exec();
+            return true;
+        case CommandId::StateListSetup:
+            CStateListSetup(view.TheApp(), view.Colors(), &view.Frame()).exec();
+            return true;
+        case CommandId::Search:
+            CSearchDlg(
+                view.TheApp(), [&view](bool forward) { view.RunSearch(forward); }, &view.Frame())
+                .exec();
+            return true;
+        case CommandId::SearchForward:
+        case CommandId::SearchBackward:
+            view.RunSearch(id == CommandId::SearchForward);
             return true;
         case CommandId::InsertGroup:
             RunInsertGroup(view.TheApp(), InsertLine(view), &view.Frame());

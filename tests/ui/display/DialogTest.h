@@ -60,6 +60,12 @@ class DialogTest : public testing::Test {
         QTest::keyClick(view, Qt::Key_Return);
         QApplication::processEvents();
     }
+    /// Text of a button or box without its mnemonic and without the dots of what opens a dialog.
+    static std::string Label(QWidget& dialog, const char* name) {
+        QString text = Find<QAbstractButton>(dialog, name)->text().remove(u'&');
+        if (text.endsWith(QStringLiteral("..."))) text.chop(3);
+        return text.toStdString();
+    }
     static void ExpectWellMade(QWidget& dialog) {
         const std::vector<QChar> letters = Mnemonics(dialog);
         const auto twice = std::adjacent_find(letters.begin(), letters.end());

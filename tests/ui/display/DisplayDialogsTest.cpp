@@ -1,7 +1,9 @@
 // The small dialogs of the Timing view: Insert group, Display style, Display options.
+#include <QGroupBox>
 #include <QRadioButton>
 
 #include "DialogTest.h"
+#include "display/CursorMoves.h"
 #include "display/LineEdits.h"
 #include "ui/display/CDisplayOptions.h"
 #include "ui/display/CDisplayStyle.h"
@@ -110,6 +112,26 @@ TEST_F(DisplayDialogs, ALineThatIsGoneIsLeftAlone) {
     Show(dialog);
     dialog.accept();
     EXPECT_EQ(Timing().TimingLines, 40);
+}
+
+TEST_F(DisplayDialogs, OptionsNameWhatTheyOffer) {
+    CDisplayOptions dialog(State(), {});
+    const char* origins[] = {"Left",     "Center (std.)", "Point",    "Cursor A",
+                             "Cursor B", "Cursor C",      "Cursor D", "Trig. Cursor"};
+    for (std::size_t row = 0; row < std::size(origins); ++row) {
+        EXPECT_EQ(Label(dialog, ("Origin" + std::to_string(row)).c_str()), origins[row]);
+        EXPECT_EQ(kZoomFrom[row].Text, origins[row]);
+    }
+    const char* cursors[] = {"A", "B", "C", "D", "Trig"};
+    for (std::size_t cursor = 0; cursor < std::size(cursors); ++cursor) {
+        EXPECT_EQ(Label(dialog, ("ToWindow" + std::to_string(cursor)).c_str()), cursors[cursor]);
+        EXPECT_EQ(Label(dialog, ("ToPoint" + std::to_string(cursor)).c_str()), cursors[cursor]);
+    }
+    QStringList boxes;
+    for (const QGroupBox* box : dialog.findChildren<QGroupBox*>()) boxes.append(box->title());
+    EXPECT_EQ(boxes, (QStringList{"Zoom from", "Cursor to win", "Cursor to point"}));
+    EXPECT_EQ(Label(dialog, "ZoomIn"), "Zoom +");
+    EXPECT_EQ(Label(dialog, "ZoomOut"), "Zoom -");
 }
 
 TEST_F(DisplayDialogs, OptionsKeepTheOrigin) {

@@ -38,6 +38,25 @@ TEST_F(GroupDef, ShowsItsGroup) {
     EXPECT_EQ(CGroupDef(bench.App, colors, 30).Group(), 0);
 }
 
+TEST_F(GroupDef, NamesItsEditsAndFlags) {
+    const std::pair<const char*, const char*> texts[] = {
+        {"Insert", "Insert in group"},
+        {"Append", "Append to group"},
+        {"AppendNext", "Append to group and select next ch."},
+        {"Delete", "Delete ch. from group"},
+        {"Reverse", "Reverse order"},
+        {"MoveUp", "Move up"},
+        {"MoveDown", "Move down"},
+        {"TwosComplement", "2's Compliment"},
+        {"CsActiveHigh", "CS Active high"},
+        {"BitOrder", "SPI: LSB->MSB"},
+    };
+    for (const auto& [name, text] : texts) EXPECT_EQ(Label(dialog, name), text);
+    for (int mode = 0; mode < 7; ++mode) {
+        EXPECT_EQ(Mode()->itemText(mode).toStdString(), kGroupModes[static_cast<std::size_t>(mode)]);
+    }
+}
+
 TEST_F(GroupDef, InsertsByMouse) {
     ClickRow(dialog, "Channels", 30);
     ClickRow(dialog, "Channels", 32, Qt::ControlModifier);

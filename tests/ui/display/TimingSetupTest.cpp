@@ -51,6 +51,24 @@ TEST_F(TimingSetup, ListsLinesSourcesAndGroups) {
     EXPECT_EQ(test::Find<QListWidget>(*dialog, "Styles")->count(), 17);
 }
 
+TEST_F(TimingSetup, NamesItsEditsAndStyles) {
+    const std::pair<const char*, const char*> texts[] = {
+        {"AppendChannel", "Append channel"}, {"InsertChannel", "Insert channel"},
+        {"InsertGroup", "Insert group"},     {"InsertSpacer", "Insert spacer"},
+        {"DeleteLine", "Delete line"},       {"MoveUp", "Move up"},
+        {"MoveDown", "Move down"},           {"ExpandGroup", "Expand group"},
+        {"EditGroup", "Edit group"},         {"EditChannel", "Edit channel"},
+        {"SetStyle", "Set style"},
+    };
+    for (const auto& [name, text] : texts) EXPECT_EQ(Label(*dialog, name), text);
+    for (int style = 0; style < 12; ++style) {
+        EXPECT_EQ(RowText(*dialog, "Styles", style), kLineStyles[static_cast<std::size_t>(style)].Text);
+    }
+    for (int extra = 1; extra < 6; ++extra) {
+        EXPECT_EQ(RowText(*dialog, "Styles", 11 + extra), kLineModeTexts[static_cast<std::size_t>(extra)]);
+    }
+}
+
 TEST_F(TimingSetup, AppendsByEnterAndByDoubleClick) {
     ClickRow(*dialog, "Sources", 7);
     QTest::keyClick(List("Sources"), Qt::Key_Return);
@@ -206,6 +224,9 @@ TEST_F(TimingSetup, IsWellMade) {
     test::Find<QTabWidget>(*dialog, "Pages")->setCurrentIndex(1);
     dialog->resize(dialog->sizeHint());
     test::Snap(*dialog, "columns");
+    EXPECT_EQ(test::TabOrder(test::Find<QComboBox>(*dialog, "Type0")),
+              (std::vector<std::string>{"Type0", "Type1", "Type2", "Word2", "Type3", "Type4", "Range4",
+                                        "Type5", "Type6", "Type7", "Pages"}));
     ExpectWellMade(*dialog);
 }
 
