@@ -16,16 +16,17 @@
 namespace zu {
 namespace {
 
-constexpr int kRow = 15;  // 160 channels in 20 pods of 524288 samples
+constexpr int kRow = 15;  // 160 channels in 20 pods, with room for 2097152 samples in each
 
 std::string FilePath(const char* name) {
     return (std::filesystem::temp_directory_path() / name).string();
 }
 
-std::unique_ptr<InstrumentState> Filled() {
+std::unique_ptr<InstrumentState> Filled(std::int32_t length) {
     auto state = std::make_unique<InstrumentState>();
     ChangeModel(*state, kRow);
     ResetChannelNames(*state);
+    for (int pod = 0; pod < state->Shape.BufCount; ++pod) SetBufLenFull(state->Buffer.BufLen, pod, length);
     for (int pod = 0; pod < state->Shape.BufCount; ++pod) {
         std::uint32_t at = 0;
         for (auto& byte : state->Buffer.Samples(pod)) byte = static_cast<std::uint8_t>(at++ * 7);
@@ -36,12 +37,12 @@ std::unique_ptr<InstrumentState> Filled() {
 
 /// A full data file on disk and its bytes.
 struct FullFile {
-    std::unique_ptr<InstrumentState> State = Filled();
+    std::unique_ptr<InstrumentState> State;
     test::ScriptedHost Host;
     std::string Path = FilePath("zu-bench.zu");
     std::vector<char> Bytes;
 
-    FullFile() {
+    explicit FullFile(std::int64_t length) : State(Filled(static_cast<std::int32_t>(length))) {
         WriteDataFile(*State, Host, Path);
         Bytes.resize(std::filesystem::file_size(Path));
     }
@@ -71,13 +72,13 @@ void Count(benchmark::State& run, const FullFile& file) {
 }
 
 void BM_PlainRead(benchmark::State& run) {
-    FullFile file;
+    FullFile file(run.range(0));
     for (auto _ : run) benchmark::DoNotOptimize(file.ReadPlainly());
     Count(run, file);
 }
 
 void BM_LoadDataFile(benchmark::State& run) {
-    FullFile file;
+    FullFile file(run.range(0));
     for (auto _ : run) {
         ReadSettings(*file.State, file.Host, file.Path);
         benchmark::DoNotOptimize(ReadDataFile(*file.State, file.Host, file.Path, "ZU", false, {}));
@@ -87,7 +88,7 @@ void BM_LoadDataFile(benchmark::State& run) {
 }
 
 void BM_PlainWrite(benchmark::State& run) {
-    FullFile file;
+    FullFile file(run.range(0));
     file.ReadPlainly();
     const std::string path = FilePath("zu-bench-plain.zu");
     for (auto _ : run) benchmark::DoNotOptimize(file.WritePlainly(path));
@@ -96,16 +97,20 @@ void BM_PlainWrite(benchmark::State& run) {
 }
 
 void BM_SaveDataFile(benchmark::State& run) {
-    FullFile file;
+    FullFile file(run.range(0));
     for (auto _ : run) benchmark::DoNotOptimize(WriteDataFile(*file.State, file.Host, file.Path));
     if (!file.Host.Remarks.empty()) run.SkipWithError(file.Host.Remarks[0].c_str());
     Count(run, file);
 }
 
-BENCHMARK(BM_PlainRead)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(BM_LoadDataFile)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(BM_PlainWrite)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(BM_SaveDataFile)->Unit(benchmark::kMillisecond)->UseRealTime();
+void Lengths(benchmark::internal::Benchmark* bench) {
+    bench->Arg(524288)->Arg(2097152);
+}
+
+BENCHMARK(BM_PlainRead)->Apply(Lengths)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(BM_LoadDataFile)->Apply(Lengths)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(BM_PlainWrite)->Apply(Lengths)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(BM_SaveDataFile)->Apply(Lengths)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 }  // namespace
 }  // namespace zu

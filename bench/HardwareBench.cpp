@@ -1,15 +1,21 @@
-// What detection, programming and pattern downloads cost: transfers and bytes over USB as counters, and the
-// program's own time with nothing behind the device.
+// What detection, programming, downloads, armings and read-outs cost: transfers and bytes over USB as
+// counters, and the program's own time with nothing behind the device.
 #include <algorithm>
 #include <benchmark/benchmark.h>
 #include <cstdlib>
 #include <memory>
 #include <vector>
 
+#include "hw/AdjustAddress.h"
+#include "hw/Arming.h"
 #include "hw/BackEnds.h"
+#include "hw/Deinterleave.h"
 #include "hw/PatternDownload.h"
+#include "hw/ReadOut.h"
 #include "hw/sim/SimAttachment.h"
 #include "state/Model.h"
+#include "trigger/CompiledTrigWords.h"
+#include "trigger/TrigCells.h"
 
 namespace zu {
 namespace {
@@ -205,6 +211,106 @@ void PatternCopy(benchmark::State& run) {
     run.SetBytesProcessed(run.iterations() * static_cast<std::int64_t>(image.size()));
 }
 BENCHMARK(PatternCopy)->Unit(benchmark::kMillisecond);
+
+/// A sequence of `levels` words that each ask for channel 0.
+void SetLevels(InstrumentState& state, std::int64_t levels) {
+    for (int k = 0; k < levels; ++k) {
+        SetCharOfChannel(state, 0, k, '1');
+        state.Trigger.SeqList[static_cast<std::size_t>(k)] = k + 1;
+    }
+}
+
+/// An arming with nothing behind the device: what goes over the cable, and the program's own time.
+void ArmingOverUsb(benchmark::State& run) {
+    Connected program(false);
+    SetLevels(*program.State, run.range(0));
+    const CompiledTrigWords words = PrepareTriggerWords(*program.State);
+    for (auto _ : run) {
+        program.Usb.Forget();
+        program.State->Pods.ReprogramFlag = 0xFF;
+        benchmark::DoNotOptimize(StartCapture(program.Hardware, *program.State, words));
+        UsbFlushQueue(program.Hardware);
+    }
+    program.Report(run);
+}
+BENCHMARK(ArmingOverUsb)->Arg(0)->Arg(1)->Arg(16)->Unit(benchmark::kMicrosecond);
+
+constexpr std::int32_t kDeepest = 524288;  // samples of a pod of the deepest memory
+
+/// Gives a pod the deepest memory in the interleave of a rate.
+void SetFast(InstrumentState& state, std::int64_t rate) {
+    state.Clock.ClockRate = static_cast<std::uint8_t>(rate);
+    state.Memory.HardwareMode = rate == 1 ? 1 : 3;
+    for (std::size_t pod = 0; pod < kMaxPods; ++pod) {
+        state.Buffer.BufLen[pod] = rate == 1 && pod % 5 % 2 == 1 ? 0 : kDeepest;
+    }
+}
+
+/// A read-out with nothing behind the device, at the rates with four, two and one phase.
+void ReadOutOverUsb(benchmark::State& run) {
+    Connected program(false);
+    SetFast(*program.State, run.range(0));
+    if (run.range(0) == 7) program.State->Memory.HardwareMode = 0;
+    const CompiledTrigWords words = PrepareTriggerWords(*program.State);
+    std::int64_t samples = 0;
+    for (const std::int32_t length : program.State->Buffer.BufLen) samples += length;
+    for (auto _ : run) {
+        program.Usb.Forget();
+        benchmark::DoNotOptimize(EndCapture(program.Hardware, *program.State, words));
+    }
+    program.Report(run);
+    run.SetBytesProcessed(run.iterations() * samples);
+}
+BENCHMARK(ReadOutOverUsb)->Arg(1)->Arg(6)->Arg(7)->Unit(benchmark::kMillisecond);
+
+/// All pods of the deepest memory from their phases, against copying the same bytes.
+void Deinterleave(benchmark::State& run) {
+    const auto phases = static_cast<std::size_t>(run.range(0));
+    const std::vector<std::uint8_t> memory(kDeepest * std::size_t{12}, 0x5A);
+    std::vector<std::uint8_t> pods(memory.size() + 1);
+    const std::size_t count = kDeepest / phases;
+    for (auto _ : run) {
+        for (std::size_t at = 0; at < memory.size(); at += kDeepest) {
+            const std::uint8_t* from = memory.data() + at;
+            std::uint8_t* to = pods.data() + at + 1;
+            if (phases == 1) std::copy_n(from, kDeepest, to);
+            if (phases == 2) JoinTwoPhases(from, from + count, count, to);
+            if (phases == 4) {
+                const std::array<const std::uint8_t*, 4> parts{from, from + count, from + 2 * count,
+                                                               from + 3 * count};
+                JoinFourPhases(parts, count, to);
+            }
+        }
+        benchmark::DoNotOptimize(pods.data());
+        benchmark::ClobberMemory();
+    }
+    run.SetBytesProcessed(run.iterations() * static_cast<std::int64_t>(memory.size()));
+}
+BENCHMARK(Deinterleave)->Arg(1)->Arg(2)->Arg(4)->Unit(benchmark::kMicrosecond);
+
+/// The longest search: an edge that never comes.
+void FindAlignment(benchmark::State& run) {
+    Connected program(false);
+    SetLevels(*program.State, 1);
+    const CompiledTrigWords words = PrepareTriggerWords(*program.State);
+    const CaptureSetup setup = CaptureSetupOf(*program.State);
+    for (auto _ : run) AdjustAddress(setup, setup.PodStep, *program.State, words);
+}
+BENCHMARK(FindAlignment);
+
+void PrepareWords(benchmark::State& run) {
+    Connected program(false);
+    for (auto _ : run) benchmark::DoNotOptimize(PrepareTriggerWords(*program.State));
+}
+BENCHMARK(PrepareWords);
+
+void CheckWords(benchmark::State& run) {
+    Connected program(false);
+    SetLevels(*program.State, 16);
+    const CompiledTrigWords words = PrepareTriggerWords(*program.State);
+    for (auto _ : run) benchmark::DoNotOptimize(TrigWordsConsistent(*program.State, words));
+}
+BENCHMARK(CheckWords);
 
 }  // namespace
 }  // namespace zu

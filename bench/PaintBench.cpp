@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "display/TimingPainter.h"
+#include "serial/SpiDecoder.h"
 #include "state/Model.h"
 
 namespace zu {
@@ -120,26 +121,79 @@ BENCHMARK(BM_PaintGroups)
     ->ArgsProduct({{7, 11}, {0, 1, 2}, {-4000, 1, 10}, {kSlow, kBusy}})
     ->Unit(benchmark::kMicrosecond);
 
-/// Curves of groups over two pods in order, and of groups whose bits are mixed.
-void BM_PaintCurves(benchmark::State& run) {
-    const auto state = Filled(2097152, kSlow);
-    for (std::size_t g = 0; g < 20; ++g) {
-        GroupRecord& group = state->Groups[g];
-        group.Size = 16;
-        for (std::int32_t i = 0; i < 16; ++i) {
-            const auto bit = static_cast<std::int32_t>(run.range(0) == 0 ? i : (i * 7) % 16);
-            group.Channels[static_cast<std::size_t>(i)] = static_cast<std::int32_t>(8 * (g % 19)) + bit;
+/// How the channels of a group lie in the pods.
+enum Wiring { kInOrder, kReversed, kShifted, kMixed };
+
+/// Makes the first 20 groups: bits in the order of the pods, from the top down, or all over.
+void WireGroups(InstrumentState& state, std::int32_t size, Wiring wiring) {
+    for (std::int32_t g = 0; g < 20; ++g) {
+        GroupRecord& group = state.Groups[static_cast<std::size_t>(g)];
+        group.Size = size;
+        const std::int32_t first = 8 * (g % 16) + (wiring == kShifted ? 3 : 0);
+        for (std::int32_t i = 0; i < size; ++i) {
+            const std::int32_t bit = wiring == kReversed ? size - 1 - i : wiring == kMixed ? i * 7 % size : i;
+            group.Channels[static_cast<std::size_t>(i)] = first + bit;
         }
-        state->Timing.LineSource[g] = 160 + static_cast<std::int32_t>(g);
-        state->Timing.LineStyle[g] = 7;
     }
-    state->Timing.TimingLines = 20;
+}
+
+/// 40 curves. Arguments: channels of a group, wiring, signal.
+void BM_PaintCurves(benchmark::State& run) {
+    const auto state = Filled(2097152, static_cast<Signal>(run.range(2)));
+    WireGroups(*state, static_cast<std::int32_t>(run.range(0)), static_cast<Wiring>(run.range(1)));
+    for (std::size_t line = 0; line < kLines; ++line) {
+        state->Timing.LineSource[line] = 160 + static_cast<std::int32_t>(line % 20);
+        state->Timing.LineStyle[line] = 7;
+    }
     state->Timing.ScreenZoom = -4000;
+    NullCanvas canvas;
+    const auto scratch = std::make_unique<PaintScratch>();
+    for (auto _ : run) PaintTiming(*state, {kWidth, 36 + kLines * 23}, canvas, *scratch);
+}
+BENCHMARK(BM_PaintCurves)
+    ->ArgsProduct({{8, 16, 32}, {kInOrder, kReversed, kShifted, kMixed}, {kSlow, kBusy}})
+    ->Unit(benchmark::kMicrosecond);
+
+/// All 160 channels on show, as on a tall screen. Arguments: zoom, signal.
+void BM_PaintAllChannels(benchmark::State& run) {
+    const auto state = Filled(2097152, static_cast<Signal>(run.range(1)));
+    state->Timing.TimingLines = 160;
+    state->Timing.ScreenZoom = static_cast<std::int32_t>(run.range(0));
+    NullCanvas canvas;
+    const auto scratch = std::make_unique<PaintScratch>();
+    for (auto _ : run) PaintTiming(*state, {kWidth, 36 + 160 * 19}, canvas, *scratch);
+}
+BENCHMARK(BM_PaintAllChannels)
+    ->ArgsProduct({{-4000, -400, 1, 10}, {kIdle, kSlow, kBusy}})
+    ->Unit(benchmark::kMicrosecond);
+
+/// Three SPI groups with bytes back to back, 16 samples a byte, or with none at all; the screen at the end of
+/// the data, which a search for the byte before it crosses. Arguments: zoom, bytes.
+void BM_PaintSpi(benchmark::State& run) {
+    constexpr std::int32_t kLength = 2097152;
+    const auto state = Filled(kLength, kBusy);
+    WireGroups(*state, 4, kInOrder);
+    for (int slot = 0; slot < kSpiSlots; ++slot) {
+        const auto s = static_cast<std::size_t>(slot);
+        state->Groups[s].Mode = 3;
+        state->Timing.LineSource[s] = 160 + slot;
+        for (auto* lines : {&state->Serial.SpiSI, &state->Serial.SpiSO}) {
+            auto& entries = (*lines)[s];
+            entries.assign(kLength, 0);
+            for (std::size_t i = 0; run.range(1) != 0 && i + 16 <= entries.size(); i += 16) {
+                entries[i] = static_cast<std::uint16_t>(spi::kStart | (i / 16 & spi::kValue));
+                entries[i + 14] = spi::kEnd;
+            }
+        }
+    }
+    state->Timing.TimingLines = kSpiSlots;
+    state->Timing.ScreenZoom = static_cast<std::int32_t>(run.range(0));
+    state->Timing.TimingDataPos = run.range(0) == -4000 ? 0 : kLength - 20000;
     NullCanvas canvas;
     const auto scratch = std::make_unique<PaintScratch>();
     for (auto _ : run) PaintTiming(*state, {kWidth, kHeight}, canvas, *scratch);
 }
-BENCHMARK(BM_PaintCurves)->Arg(0)->Arg(1)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_PaintSpi)->ArgsProduct({{-4000, 1, 10}, {0, 1}})->Unit(benchmark::kMicrosecond);
 
 /// All eight columns measure the whole buffer; nothing is kept from frame to frame.
 void BM_MeasureAllColumns(benchmark::State& run) {
