@@ -1,10 +1,13 @@
 #!/usr/bin/env python3
-"""clang-tidy over the sources: tidy.py BUILD-FOLDER [--all]
+"""clang-tidy over the sources: tidy.py BUILD-FOLDER [--all | --deep]
 
 The folder must have been built: its compile database says how each file is compiled, its build log on which
 headers it depends. A file that passed is not looked at again until it, one of those headers, or the checks
-change; the memory of that is BUILD-FOLDER/tidy. Without --all only files of the working copy that differ from
-branch main, or that include such a header, are looked at.
+change; the memory of that is BUILD-FOLDER/tidy.
+
+Without an option, the files that differ from branch main or include a header that does, with every check.
+--all takes every file of src/ and leaves the path-sensitive analyzer out, which costs more than all other checks
+together; --deep is --all with it.
 """
 import concurrent.futures
 import hashlib
@@ -67,16 +70,16 @@ def configuration(source):
     return sorted({str(folder / ".clang-tidy") for folder in folders if (folder / ".clang-tidy").exists()})
 
 
-def stamp(build, source, uses):
+def stamp(build, source, uses, options):
     """A file whose existence says that exactly this text passed exactly these checks."""
-    digest = hashlib.sha256()
+    digest = hashlib.sha256("\0".join(options).encode())
     for name in [source, *sorted(uses), *configuration(source)]:
         digest.update(name.encode() + b"\0" + pathlib.Path(name).read_bytes() + b"\0")
     return build / "tidy" / digest.hexdigest()
 
 
-def check(build, source, mark):
-    run = subprocess.run([TIDY, "-p", str(build), "--quiet", source], capture_output=True, text=True)
+def check(build, options, source, mark):
+    run = subprocess.run([TIDY, "-p", str(build), "--quiet", *options, source], capture_output=True, text=True)
     if run.returncode == 0:
         mark.touch()
     return run.returncode == 0, source, run.stdout
@@ -86,17 +89,19 @@ def main():
     build = pathlib.Path(sys.argv[1]).resolve()
     (build / "tidy").mkdir(exist_ok=True)
     uses = headers(build)
-    chosen = None if "--all" in sys.argv[2:] else changed()
+    everything = "--all" in sys.argv[2:] or "--deep" in sys.argv[2:]
+    options = ["--checks=-clang-analyzer-*"] if "--all" in sys.argv[2:] else []
+    chosen = None if everything else changed()
     todo = []
     for source, obj in compiled(build).items():
         needs = uses.get(obj, set())
-        if chosen is None or chosen & ({source} | needs):
-            mark = stamp(build, source, needs)
+        if source.startswith("src/") if everything else chosen & ({source} | needs):
+            mark = stamp(build, source, needs, options)
             if not mark.exists():
                 todo.append((source, mark))
     failed = False
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-        for passed, source, text in pool.map(lambda job: check(build, *job), todo):
+        for passed, source, text in pool.map(lambda job: check(build, options, *job), todo):
             if not passed:
                 failed = True
                 print(f"{source}:\n{text}")
