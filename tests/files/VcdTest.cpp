@@ -56,6 +56,16 @@ TEST(Vcd, StampsCountFromTheFirstAndNeverGoBack) {
     EXPECT_EQ(dump->Picoseconds, 70);
 }
 
+TEST(Vcd, AStampBelowZeroCountsAsZeroHoweverFar) {
+    const auto dump = ParseVcd(
+        "$timescale 1s $end $var wire 1 a a $end #-999999999999999998 1a #9223372036854775807 0a "
+        "#-999999999999999998 1a");
+    ASSERT_TRUE(dump);
+    EXPECT_EQ(dump->Pods[0].front(), (VcdChange{0, 1}));
+    EXPECT_EQ(dump->Pods[0].back().Value, 1) << "a stamp that goes back counts as the last";
+    EXPECT_EQ(dump->Picoseconds, dump->Pods[0].back().Picoseconds);
+}
+
 TEST(Vcd, OddDumps) {
     EXPECT_FALSE(ParseVcd(""));
     EXPECT_FALSE(ParseVcd("#0 1! #1 0!"));
