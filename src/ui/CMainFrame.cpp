@@ -51,6 +51,16 @@ QString LampText(CaptureTexts::Lamp lamp) {
     return QStringLiteral("Idle");
 }
 
+/// Widens a box that the text does not fit, as with a large font; it never shrinks again, so that the tools
+/// beside it stay where they are.
+void ShowInBox(QLineEdit& box, const QString& text) {
+    constexpr int kMargins = 16;
+    box.setText(text);
+    box.setCursorPosition(0);
+    const int needed = box.fontMetrics().horizontalAdvance(text.trimmed()) + kMargins;
+    if (needed > box.width()) box.setFixedWidth(needed);
+}
+
 struct ToolRow {
     CommandId Id;
     Drawing Picture;
@@ -178,10 +188,9 @@ void CMainFrame::BuildToolbar(const MainMenu& menu) {
 }
 
 void CMainFrame::SetBars(const BarTexts& texts) {
-    zoomBox_->setText(texts.Zoom);
-    rateBox_->setText(texts.Rate);
-    modeBox_->setText(texts.Mode);
-    for (QLineEdit* box : {zoomBox_, rateBox_, modeBox_}) box->setCursorPosition(0);
+    ShowInBox(*zoomBox_, texts.Zoom);
+    ShowInBox(*rateBox_, texts.Rate);
+    ShowInBox(*modeBox_, texts.Mode);
     modePane_->setText(texts.Mode);
     memoryPane_->setText(texts.Memory);
     channelPane_->setText(texts.Channels);

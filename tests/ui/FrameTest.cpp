@@ -151,6 +151,16 @@ TEST(Bars, BoxesAreReadOnlyAndOfTheirWidths) {
     }
 }
 
+TEST(Bars, ABoxGrowsWithALargeFontSoThatNothingIsCut) {
+    StartedDesk desk({"--model=13"});
+    auto* box = desk.Frame().findChild<QLineEdit*>(QStringLiteral("RateBox"));
+    QFont large = box->font();
+    large.setPixelSize(30);
+    box->setFont(large);
+    desk.View().Execute(CommandId::RateDown);
+    EXPECT_GT(box->width(), box->fontMetrics().horizontalAdvance(box->text().trimmed()));
+}
+
 TEST(Bars, ShowTheState) {
     StartedDesk desk({"--model=13"});
     EXPECT_EQ(desk.Shown("ZoomBox"), "1:1");
