@@ -28,9 +28,15 @@ void Bound(FieldText& field) {
     field.SelEnd = std::clamp(field.SelEnd, field.SelStart, length);
 }
 
-void Replace(FieldText& field, int from, int to, std::string_view with) {
-    field.Text.replace(static_cast<std::size_t>(from), static_cast<std::size_t>(to - from), with);
-    field.SelStart = field.SelEnd = from + static_cast<int>(with.size());
+/// Takes a part of the text out; the caret stands where it was.
+void Erase(FieldText& field, int from, int to) {
+    field.Text.erase(static_cast<std::size_t>(from), static_cast<std::size_t>(to - from));
+    field.SelStart = field.SelEnd = from;
+}
+
+void Insert(FieldText& field, char key) {
+    field.Text.insert(static_cast<std::size_t>(field.SelStart), 1, key);
+    field.SelStart = field.SelEnd = field.SelStart + 1;
 }
 
 }  // namespace
@@ -40,14 +46,15 @@ void ApplyDefaultKey(FieldText& field, int limit, char key) {
     const int selected = field.SelEnd - field.SelStart;
     if (key == kBackspace) {
         if (selected > 0) {
-            Replace(field, field.SelStart, field.SelEnd, {});
+            Erase(field, field.SelStart, field.SelEnd);
         } else if (field.SelStart > 0) {
-            Replace(field, field.SelStart - 1, field.SelStart, {});
+            Erase(field, field.SelStart - 1, field.SelStart);
         }
         return;
     }
     if (IsControl(key) || static_cast<int>(field.Text.size()) - selected >= limit) return;
-    Replace(field, field.SelStart, field.SelEnd, std::string_view(&key, 1));
+    Erase(field, field.SelStart, field.SelEnd);
+    Insert(field, key);
 }
 
 KeyResult X01Edit::Key(char key) {
@@ -96,7 +103,8 @@ bool BaseEdit::TakesDefault() const {
 
 KeyResult BaseEdit::Overtype(char key) {
     // A full text reaches to the limit, and the caret stands before it.
-    Replace(Field, Field.SelStart, Field.SelStart + 1, std::string_view(&key, 1));
+    Field.Text[static_cast<std::size_t>(Field.SelStart)] = key;
+    Field.SelStart = Field.SelEnd = Field.SelStart + 1;
     return {KeyAction::Replaced, false};
 }
 
@@ -104,7 +112,7 @@ KeyResult BaseEdit::Overtype(char key) {
 KeyResult BaseEdit::Backspace() {
     const int caret = Field.SelStart;
     if (caret == 0) return {KeyAction::Replaced, false};
-    Replace(Field, caret - 1, caret, {});
+    Erase(Field, caret - 1, caret);
     Field.SelStart = Field.SelEnd = std::min(caret, static_cast<int>(Field.Text.size()));
     return {KeyAction::Replaced, false};
 }

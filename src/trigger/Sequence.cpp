@@ -58,7 +58,7 @@ std::string DescribeWord(const InstrumentState& state, int k) {
     std::string name(trigger.TrigWordName[At(word.value_or(0))].View());
     name.resize(std::max(name.size(), kNameColumn), ' ');
     line += name;
-    if (word) line += "[" + ShownCells(trigger, *word) + "]";
+    if (word) line.append("[").append(ShownCells(trigger, *word)).append("]");
     if (trigger.ElseList[At(k)] == 1) line += " else go to 0";
     return line;
 }
