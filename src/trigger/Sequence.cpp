@@ -11,6 +11,7 @@ namespace zu {
 namespace {
 
 constexpr std::int32_t kDelayLevel = 1;
+constexpr int kNoWord = -1;
 constexpr int kShownCells = 36;
 constexpr std::size_t kNameColumn = 10;
 constexpr int kLevelListChannels = 32;
@@ -150,7 +151,7 @@ std::vector<std::string> SequenceChoices(const InstrumentState& state) {
 }
 
 void SetLevel(InstrumentState& state, int k, int word, int edge, int elseBranch) {
-    if (!IsLevel(k)) return;
+    if (!IsLevel(k) || word < kNoWord || word >= kTrigWords) return;
     state.Trigger.SeqList[At(k)] = word + 1;
     state.Trigger.EdgeList16[At(k)] = static_cast<std::uint8_t>(edge);
     state.Trigger.ElseList[At(k)] = elseBranch;

@@ -38,7 +38,7 @@ bool UsesLevelList(const InstrumentState& state);
 /// "-" and the names of the sixteen words; the index is the value of SeqList.
 std::vector<std::string> SequenceChoices(const InstrumentState& state);
 
-/// Lets level k ask for a word. A level outside 0..15 is ignored.
+/// Lets level k ask for a word, or with word -1 for none. A level or word outside 0..15 is ignored.
 void SetLevel(InstrumentState& state, int k, int word, int edge, int elseBranch);
 /// Levels in use that the lists have room for, 0..16.
 int LevelsInUse(const InstrumentState& state);

@@ -1,8 +1,11 @@
 // The words as the instrument gets them, and the test of a sequence.
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <random>
 #include <type_traits>
 
 #include "TriggerState.h"
+#include "state/Catalogue.h"
 #include "trigger/CompiledTrigWords.h"
 #include "trigger/TrigCells.h"
 
@@ -82,6 +85,32 @@ TEST(PrepareTriggerWords, CellsBeyondTheChannelsAreNotInverted) {
         << "counts down from channel 255";
 }
 
+TEST(PrepareTriggerWords, EveryCellOfEveryModelAndNothingElseIsTurned) {
+    std::mt19937 random(31);
+    for (int row = 0; row < kModelRows; ++row) {
+        if (!HasShape(row)) continue;
+        const auto state = TriggerState(row);
+        for (auto& inverted : state->Channels.ChannelInvert) inverted = random() % 2 == 0 ? 1 : 0;
+        auto expected = state->Trigger.TrigWord.Board;
+        for (int channel = 0; channel < state->Shape.TotalChannels; ++channel) {
+            const char value = "01X"[random() % 3];
+            SetCharOfChannel(*state, channel, 3, value);
+            const auto cell = CellOfChannel(*state, channel);
+            if (!cell) continue;
+            const bool turned = state->Channels.ChannelInvert[static_cast<std::size_t>(channel)] != 0;
+            const char other = value == '0' ? '1' : '0';
+            expected[static_cast<std::size_t>(cell->Board)][3][static_cast<std::size_t>(cell->Position)] =
+                turned && value != 'X' ? other : value;
+        }
+        const auto words = PrepareTriggerWords(*state);
+        for (std::size_t board = 0; board < kMaxBoards; ++board) {
+            for (std::size_t word = 0; word < kTrigWords; ++word) {
+                EXPECT_EQ(words.Word[word][board], expected[board][word]) << row;
+            }
+        }
+    }
+}
+
 class Consistency : public testing::Test {
   protected:
     Consistency() : state(TriggerState(6)) { state->Trigger.SeqList.fill(0); }
@@ -131,6 +160,60 @@ TEST_F(Consistency, EveryBoardIsLookedAt) {
     SetEntry(*state, 3, 0, "XXXXXXXX XXXXXXXX XXXXXXXX XXXXXXXX XXXXXXX1");
     Sequence({1, 2});
     EXPECT_FALSE(Consistent());
+}
+
+/// The rule told step by step over the sixteen levels.
+bool ConsistentStepByStep(const InstrumentState& state, const CompiledTrigWords& words) {
+    std::array<int, 16> open{};
+    open.fill(0xFF);
+    for (std::size_t k = 0; k < 16; ++k) {
+        const int slot = state.Trigger.SeqList[k];
+        if (slot < 1 || slot > 16) continue;
+        open[k] = 1;
+        for (std::size_t board = 0; board < 4; ++board) {
+            for (int i = 0; i < std::min(state.Shape.PodCount * 9, 45); ++i) {
+                if (i == 8 || i == 17 || i == 26 || i == 35 || i == 44) continue;
+                const auto& entry = words.Word[static_cast<std::size_t>(slot - 1)][board];
+                const char c = entry[static_cast<std::size_t>(i)];
+                if (c == '0' || c == '1') open[k] = 0;
+            }
+        }
+    }
+    const auto first = std::find_if(open.begin(), open.end(), [](int flag) { return flag != 0xFF; });
+    if (first == open.end()) return true;
+    return std::find(first, open.end(), 1 - *first) == open.end();
+}
+
+/// Words with seldom a cell, at any place of an entry, so that each is open about as often as not; slots with
+/// holes and with numbers that no word has.
+void MakeSequence(InstrumentState& state, std::mt19937& random) {
+    ResetTrigWords(state);
+    for (auto& board : state.Trigger.TrigWord.Board) {
+        for (auto& entry : board) {
+            if (random() % 6 == 0) entry[random() % entry.size()] = "01xX ?_"[random() % 7];
+        }
+    }
+    for (auto& slot : state.Trigger.SeqList) {
+        slot = random() % 3 == 0 ? static_cast<int>(random() % 19) - 1 : 0;
+    }
+}
+
+TEST_F(Consistency, AgreesWithTheRuleToldStepByStep) {
+    std::mt19937 random(17);
+    int mixed = 0;
+    constexpr int kRounds = 100;
+    for (const int row : {5, 10, 15, 16, 18, 24, 27}) {
+        state = TriggerState(row);
+        for (int round = 0; round < kRounds; ++round) {
+            MakeSequence(*state, random);
+            const auto words = PrepareTriggerWords(*state);
+            const bool expected = ConsistentStepByStep(*state, words);
+            ASSERT_EQ(TrigWordsConsistent(*state, words), expected) << row << " " << round;
+            mixed += expected ? 0 : 1;
+        }
+    }
+    EXPECT_GT(mixed, kRounds);
+    EXPECT_LT(mixed, 6 * kRounds);
 }
 
 TEST_F(Consistency, SeparatorsAndPositionsBeyondThePodsAreNot) {

@@ -1,6 +1,8 @@
 // Keys in the fields of trigger cells and of values.
+#include <algorithm>
 #include <cctype>
 #include <gtest/gtest.h>
+#include <random>
 
 #include "trigger/FieldEdits.h"
 
@@ -132,6 +134,26 @@ TEST(BaseEdit, FieldsLongerThanTheFetchedTextNeverOverwrite) {
     EXPECT_EQ(edit.Field.Text, std::string(60, '0'));
     BaseEdit fifty = Full(kBaseBinary, std::string(50, '0').c_str(), 3);
     EXPECT_EQ(fifty.Key('1'), kReplaced);
+}
+
+TEST(BaseEdit, StaysWithinItsTextAndLimitWhateverIsTyped) {
+    std::mt19937 random(5);
+    for (int round = 0; round < 2000; ++round) {
+        const int limit = static_cast<int>(random() % 60) - 2;
+        BaseEdit edit(static_cast<int>(random() % 6) - 1, limit);
+        edit.Field.Text.assign(random() % 64, '0');
+        const std::size_t longest =
+            std::max(edit.Field.Text.size(), static_cast<std::size_t>(std::max(limit, 0)));
+        for (int typed = 0; typed < 30; ++typed) {
+            if (random() % 4 == 0) {
+                edit.Field.SelStart = static_cast<int>(random() % 80) - 8;
+                edit.Field.SelEnd = edit.Field.SelStart + static_cast<int>(random() % 9) - 4;
+            }
+            edit.Key(random() % 3 == 0 ? '\b' : static_cast<char>(random()));
+            ASSERT_LE(edit.Field.Text.size(), longest);
+            for (const char c : edit.Field.Text) ASSERT_TRUE(BaseAccepts(edit.Base(), c) && (c & 0x60) != 0);
+        }
+    }
 }
 
 TEST(BaseEdit, ACaretOutsideTheTextIsPutAtItsEnd) {

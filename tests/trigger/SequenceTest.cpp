@@ -3,6 +3,7 @@
 
 #include "TriggerState.h"
 #include "support/ScriptedHost.h"
+#include "trigger/CompiledTrigWords.h"
 #include "trigger/Sequence.h"
 #include "trigger/TrigCells.h"
 
@@ -33,33 +34,19 @@ class Sequence : public testing::Test {
 };
 
 TEST_F(Sequence, DelayRates) {
-    EXPECT_EQ(DelayRateText(0), "10ns");
-    EXPECT_EQ(DelayRateText(6), "1us");
-    EXPECT_EQ(DelayRateText(15), "1ms");
-    EXPECT_EQ(DelayRateText(24), "1s");
-    EXPECT_EQ(DelayRateText(25), "");
-    EXPECT_EQ(DelayRateText(-1), "");
-    // 1, 2, 5 in each decade from 10 ns to 1 s.
-    double previous = 0;
-    for (const auto text : kDelayRates) {
-        std::size_t digits = 0;
-        const double number = std::stod(std::string(text), &digits);
-        const std::string_view unit = text.substr(digits);
-        const double ns = number * (unit == "ns" ? 1 : unit == "us" ? 1e3 : unit == "ms" ? 1e6 : 1e9);
-        if (previous > 0) {
-            EXPECT_TRUE(ns / previous == 2.0 || ns / previous == 2.5) << text;
-        }
-        previous = ns;
-    }
+    std::string all;
+    for (int rate = 0; rate < 25; ++rate) all += std::string(DelayRateText(rate)) + " ";
+    EXPECT_EQ(all,
+              "10ns 20ns 50ns 100ns 200ns 500ns 1us 2us 5us 10us 20us 50us 100us 200us 500us "
+              "1ms 2ms 5ms 10ms 20ms 50ms 100ms 200ms 500ms 1s ");
+    for (const int rate : {25, -1, INT32_MAX, INT32_MIN}) EXPECT_EQ(DelayRateText(rate), "") << rate;
 }
 
 TEST_F(Sequence, ButtonAndColumnTexts) {
-    EXPECT_EQ(kTrigCntModeTexts[0], "Duration greater or eq");
-    EXPECT_EQ(kTrigCntModeTexts[1], "Duration less or eq");
-    EXPECT_EQ(kTrigCntModeTexts[2], "Match Occurrences");
-    EXPECT_EQ(kTrigCntModeTexts[3], "Off");
-    EXPECT_EQ(kEventColumnTexts[0], "Events 0..3");
-    EXPECT_EQ(kEventColumnTexts[3], "Events 12..15");
+    using Texts = std::array<std::string_view, 4>;
+    EXPECT_EQ(kTrigCntModeTexts,
+              (Texts{"Duration greater or eq", "Duration less or eq", "Match Occurrences", "Off"}));
+    EXPECT_EQ(kEventColumnTexts, (Texts{"Events 0..3", "Events 4..7", "Events 8..11", "Events 12..15"}));
 }
 
 TEST_F(Sequence, SetLevelStoresWordEdgeAndElse) {
@@ -73,7 +60,18 @@ TEST_F(Sequence, SetLevelStoresWordEdgeAndElse) {
     const auto before = trigger.SeqList;
     SetLevel(*state, 16, 1, 1, 1);
     SetLevel(*state, -1, 1, 1, 1);
+    for (const int word : {16, -2, INT32_MAX, INT32_MIN}) SetLevel(*state, 3, word, 0, 0);
     EXPECT_EQ(trigger.SeqList, before);
+    EXPECT_EQ(trigger.EdgeList16[3], 1) << "a word that there is not changes nothing";
+    SetLevel(*state, 3, -1, 0, 0);
+    EXPECT_FALSE(WordOfLevel(*state, 3));
+}
+
+TEST_F(Sequence, EverySlotMayHoldTheSameWord) {
+    for (int k = 0; k < kTrigWords; ++k) SetLevel(*state, k, 4, 0, 0);
+    for (int k = 0; k < kTrigWords; ++k) EXPECT_EQ(WordOfLevel(*state, k), 4) << k;
+    EXPECT_EQ(LastLevel(*state), 15);
+    EXPECT_TRUE(TrigWordsConsistent(*state, PrepareTriggerWords(*state)));
 }
 
 TEST_F(Sequence, WordsAndLastLevel) {
@@ -102,8 +100,9 @@ TEST_F(Sequence, ChoicesAreADashAndTheNames) {
     const auto choices = SequenceChoices(*state);
     ASSERT_EQ(choices.size(), 17U);
     EXPECT_EQ(choices[0], "-");
-    EXPECT_EQ(choices[1], "0Event");
-    EXPECT_EQ(choices[16], "15Event");
+    for (std::size_t word = 0; word < 16; ++word) {
+        EXPECT_EQ(choices[word + 1], std::to_string(word) + "Event");
+    }
 }
 
 TEST_F(Sequence, AWordLevelAsText) {
@@ -185,14 +184,14 @@ TEST_F(Sequence, WhatTheLevelDialogOffers) {
     EXPECT_EQ(word.LogicLabel, "Logic");
     EXPECT_EQ(word.Match, (std::vector<std::string>{"OR", "AND"}));
     EXPECT_EQ(word.Edge, (std::vector<std::string>{"True (Rising)", "False (Falling)"}));
-    EXPECT_EQ(word.Word.size(), 17U);
+    EXPECT_EQ(word.Word, SequenceChoices(*state));
     EXPECT_EQ(word.Else, (std::vector<std::string>{"then next level", "else go to level 0"}));
     EXPECT_TRUE(word.Rate.empty());
     const auto delay = ChoicesOfLevelMode(*state, 1);
     EXPECT_EQ(delay.ModeLabel, "");
     EXPECT_EQ(delay.LogicLabel, "");
     EXPECT_TRUE(delay.Match.empty() && delay.Edge.empty() && delay.Word.empty() && delay.Else.empty());
-    EXPECT_EQ(delay.Rate.size(), 25U);
+    EXPECT_EQ(delay.Rate, (std::vector<std::string>{kDelayRates.begin(), kDelayRates.end()}));
 }
 
 TEST_F(Sequence, ACountTooLargeIsCutWithOneNote) {
