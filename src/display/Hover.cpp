@@ -68,6 +68,12 @@ std::string GroupLine(const InstrumentState& state, int group, std::int64_t samp
     return text;
 }
 
+std::string DistanceText(const InstrumentState& state, std::int64_t samples) {
+    std::string text = (samples < 0 ? "" : "+") + std::to_string(samples);
+    if (RateOf(state) > 0) text += " (" + TimeText(samples, RateOf(state), kTimeRateUnit) + ")";
+    return text;
+}
+
 }  // namespace
 
 std::string HoverText(const InstrumentState& state, std::int32_t source, std::int64_t sample) {
@@ -76,6 +82,18 @@ std::string HoverText(const InstrumentState& state, std::int32_t source, std::in
     const Pulse pulse = PulseAt(signal, sample);
     const int group = GroupOfSource(source);
     return group < 0 ? ChannelText(state, source, sample, pulse) : GroupLine(state, group, sample, pulse);
+}
+
+std::string SampleHoverText(const InstrumentState& state, std::int64_t sample) {
+    constexpr std::string_view kCursorLetters = "ABCDT";
+    std::string text = "Sample " + std::to_string(sample);
+    if (RateOf(state) > 0) text += " (" + TimeText(sample, RateOf(state), kTimeRateUnit) + ")";
+    for (std::size_t cursor = 0; cursor < kCursorLetters.size(); ++cursor) {
+        text += "\nfrom ";
+        text += kCursorLetters[cursor];
+        text += ": " + DistanceText(state, sample - state.Cursors.Cur[cursor]);
+    }
+    return text;
 }
 
 }  // namespace zu

@@ -25,4 +25,11 @@ constexpr int CursorMenuId(int cursor, CursorAction action) {
     return 1 + cursor * 3 + static_cast<int>(action);
 }
 
+/// Entries of the menu for a point of a list: two that move a view there, then the cursors, A first.
+inline constexpr int kTimingToPoint = 1;
+inline constexpr int kSerialToPoint = 2;
+inline constexpr int kCursorToPoint = 3;
+/// "Timing window to point", "Serial window to point", "Cursor &A to point" and the same for B, C, D, T.
+MenuSpec PointMenu();
+
 }  // namespace zu

@@ -1,53 +1,99 @@
 #include "display/SerialPainter.h"
 
 #include <algorithm>
-#include <string>
 
+#include "display/SerialListPaint.h"
 #include "display/TimeText.h"
 #include "serial/EventCodes.h"
+#include "serial/EventMap.h"
 #include "serial/EventText.h"
 #include "serial/RowCursors.h"
 #include "serial/SerialRows.h"
+#include "serial/Transfers.h"
 
 namespace zu {
 namespace {
 
-constexpr std::size_t kTextColor = 0;
-constexpr std::size_t kBackground = 1;
 constexpr std::int8_t kModeMicrowire = 2;
 
 bool IsMicrowire(const InstrumentState& state) {
     return state.Serial.SerialMode == kModeMicrowire;
 }
 
-std::string PlaceText(const InstrumentState& state, std::int32_t sample) {
-    if (IsMicrowire(state) || !TimeKnown(state)) return std::to_string(sample);
-    return TimeText(std::int64_t{sample}, RateOf(state), kTimeRateUnit);
-}
+/// One paint of the list of events.
+class EventListPaint {
+  public:
+    EventListPaint(const InstrumentState& state, const SerialGeom& geom, Canvas& canvas)
+        : state_(state),
+          geom_(geom),
+          canvas_(canvas),
+          layout_(LayoutSerial(canvas.FontMetrics(), geom.Height)),
+          list_(state, geom, layout_, canvas) {}
 
-void DrawHeader(const InstrumentState& state, const SerialLayout& layout, Canvas& canvas) {
-    if (!canvas.Mono()) canvas.SetTextColor(state.Screen.ScreenColor[kTextColor]);
-    const bool microwire = IsMicrowire(state);
-    canvas.TextOut(layout.Columns[0], 0, microwire ? "Address" : "Location");
-    canvas.TextOut(layout.Columns[1], 0, microwire ? "Microwire" : "I2C");
-}
-
-void DrawRow(const InstrumentState& state, const SerialLayout& layout, const SerialRow& row, std::int32_t top,
-             Canvas& canvas) {
-    const bool marked = row.Cursor >= 0;
-    const auto cursor = static_cast<std::size_t>(std::max(row.Cursor, 0));
-    const Rgb color = marked ? state.Cursors.CursorColor[cursor] : state.Screen.ScreenColor[kTextColor];
-    if (!canvas.Mono()) canvas.SetTextColor(color);
-    canvas.TextOut(layout.Columns[0], top, PlaceText(state, row.Sample));
-    if (row.Code != event::kNone) {
-        canvas.TextOut(layout.Columns[1], top, SerialRowText(state, row.Sample));
+    SerialResult Run() {
+        DrawHeader();
+        auto row = NextSerialRow(state_, SerialRowsStart(state_));
+        while (row) {
+            const auto top = list_.BeginRow(row->Sample);
+            if (!top) break;
+            DrawRow(*row, *top);
+            row = NextSerialRow(state_, row->Sample + 1);
+        }
+        const SampleBar bar = SerialBar(state_);
+        return {"I2C View", bar.RangeAt(SerialRowsStart(state_)), list_.Page(bar)};
     }
-    if (!marked) return;
-    canvas.TextOut(layout.Columns[2], top, kRowCursorTexts[cursor]);
-    const std::int32_t line = top + layout.RowHeight - 1;
-    if (!canvas.Mono()) canvas.SetPen(color);
-    canvas.MoveTo(layout.Columns[0], line);
-    canvas.LineTo(layout.Columns[2], line);
+
+  private:
+    [[nodiscard]] bool ShowsTransfers() const { return geom_.Transfers && !IsMicrowire(state_); }
+    void DrawHeader();
+    void DrawRow(const SerialRow& row, std::int32_t top);
+    void DrawCursor(int cursor, std::int32_t top);
+    void DrawTransfer(std::int32_t sample, std::int32_t top, Rgb color);
+
+    const InstrumentState& state_;
+    const SerialGeom& geom_;
+    Canvas& canvas_;
+    SerialLayout layout_;
+    SerialListPaint list_;
+};
+
+void EventListPaint::DrawHeader() {
+    const auto texts = SerialHeaderTexts(state_);
+    for (std::size_t column = 0; column < texts.size(); ++column) {
+        list_.Out(layout_.Columns[column], 0, texts[column], list_.TextColor());
+    }
+    if (ShowsTransfers()) list_.Out(layout_.Columns[3], 0, kTransferHeader, list_.TextColor());
+}
+
+void EventListPaint::DrawRow(const SerialRow& row, std::int32_t top) {
+    const Rgb color =
+        row.Cursor < 0 ? list_.TextColor() : state_.Cursors.CursorColor[static_cast<std::size_t>(row.Cursor)];
+    list_.Out(layout_.Columns[0], top, SerialPlaceText(state_, row.Sample), color);
+    if (row.Code != event::kNone) {
+        list_.Out(layout_.Columns[1], top, SerialRowText(state_, row.Sample), color);
+    }
+    if (row.Cursor >= 0) DrawCursor(row.Cursor, top);
+    if (row.Code == event::kStart && ShowsTransfers()) DrawTransfer(row.Sample, top, color);
+}
+
+/// The cursor's name and the line under its row.
+void EventListPaint::DrawCursor(int cursor, std::int32_t top) {
+    const auto c = static_cast<std::size_t>(cursor);
+    const Rgb color = state_.Cursors.CursorColor[c];
+    list_.Out(layout_.Columns[2], top, kRowCursorTexts[c], color);
+    const std::int32_t line = top + layout_.RowHeight - 1;
+    if (!canvas_.Mono()) canvas_.SetPen(color);
+    canvas_.MoveTo(layout_.Columns[0], line);
+    canvas_.LineTo(layout_.Columns[2], line);
+}
+
+/// As much of the transfer as the window shows.
+void EventListPaint::DrawTransfer(std::int32_t sample, std::int32_t top, Rgb color) {
+    constexpr std::size_t kShortestByte = 5;  // characters of " | 00" without its mark
+    const auto room = static_cast<std::size_t>(list_.RoomAt(layout_.Columns[3]));
+    if (room == 0) return;
+    list_.Out(layout_.Columns[3], top, SerialTransferText(state_, sample, room / kShortestByte + 1), color,
+              room);
 }
 
 }  // namespace
@@ -56,39 +102,41 @@ SerialLayout LayoutSerial(const Metrics& metrics, std::int32_t height) {
     constexpr std::int32_t kLeft = 5;
     constexpr std::int32_t kColumnCharacters = 13;
     const std::int32_t step = kColumnCharacters * metrics.Advance;
-    SerialLayout layout;
-    layout.RowHeight = metrics.TextHeight + 2;
-    layout.Columns = {kLeft, kLeft + step, kLeft + 2 * step};
-    layout.PageRows = std::max(height, 0) / layout.RowHeight / 2 * 2;
+    SerialLayout layout{GridOf(metrics, height), {}};
+    layout.PageRows = layout.PageRows / 2 * 2;
+    layout.Columns = {kLeft, kLeft + step, kLeft + 2 * step, kLeft + 3 * step};
     return layout;
 }
 
-std::optional<std::int32_t> SerialRowAt(const SerialLayout& layout, std::int32_t y) {
-    if (y < layout.RowHeight) return std::nullopt;
-    const std::int64_t below = std::int64_t{y} - 2 * layout.RowHeight;
-    return static_cast<std::int32_t>((10 * below + 9 * layout.RowHeight) / (10 * layout.RowHeight));
-}
-
-std::optional<std::int32_t> SerialSampleAt(const InstrumentState& state, const SerialLayout& layout,
+std::optional<std::int32_t> SerialSampleAt(const InstrumentState& state, const SerialGrid& grid,
                                            std::int32_t y) {
-    const auto row = SerialRowAt(layout, y);
+    const auto row = SerialRowAt(grid, y);
     return row ? SerialRowSample(state, *row) : std::nullopt;
 }
 
-ScrollRange PaintSerial(const InstrumentState& state, std::int32_t width, std::int32_t height,
-                        Canvas& canvas) {
-    const SerialLayout layout = LayoutSerial(canvas.FontMetrics(), height);
-    canvas.SetFont(FontId::Text);
-    canvas.FillRect({0, 0, width, height}, state.Screen.ScreenColor[kBackground]);
-    DrawHeader(state, layout, canvas);
-    auto row = NextSerialRow(state, SerialRowsStart(state));
-    for (std::int32_t r = 0; row && layout.TopOf(r) < height; ++r) {
-        DrawRow(state, layout, *row, layout.TopOf(r), canvas);
-        row = NextSerialRow(state, row->Sample + 1);
-    }
+std::array<std::string_view, 2> SerialHeaderTexts(const InstrumentState& state) {
+    if (IsMicrowire(state)) return {"Address", "Microwire"};
+    return {"Location", "I2C"};
+}
+
+std::string SerialPlaceText(const InstrumentState& state, std::int32_t sample) {
+    if (IsMicrowire(state) || !TimeKnown(state)) return std::to_string(sample);
+    return TimeText(std::int64_t{sample}, RateOf(state), kTimeRateUnit);
+}
+
+std::string SerialTransferText(const InstrumentState& state, std::int32_t sample, std::size_t mostBytes) {
+    if (IsMicrowire(state) || EventAt(state, sample) != event::kStart) return {};
+    const auto transfers = I2cTransfers(state, sample, sample, mostBytes);
+    return transfers.empty() ? std::string() : TransferText(transfers.front());
+}
+
+SampleBar SerialBar(const InstrumentState& state) {
     const SerialRecord& serial = state.Serial;
-    const std::int32_t scale = SerialScrollScale(serial.SerialFirst, serial.SerialLast);
-    return {serial.SerialFirst / scale, serial.SerialLast / scale, SerialRowsStart(state) / scale};
+    return {serial.SerialFirst, serial.SerialLast, SerialScrollScale(serial.SerialFirst, serial.SerialLast)};
+}
+
+SerialResult PaintSerial(const InstrumentState& state, const SerialGeom& geom, Canvas& canvas) {
+    return EventListPaint(state, geom, canvas).Run();
 }
 
 MenuSpec SerialFilterMenu(const InstrumentState& state) {

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "display/TabbedText.h"
 #include "display/TimeText.h"
 #include "serial/EventMap.h"
 #include "serial/EventText.h"
@@ -12,7 +13,6 @@ namespace {
 constexpr std::string_view kAbsent = "--------";
 constexpr std::string_view kUntranslated = "----------";
 constexpr std::array<int, 5> kColorOrder{4, 1, 0, 2, 3};
-constexpr std::string_view kCursorLetters = "ABCDT";
 
 GroupFormat FormatOfColumn(const InstrumentState& state, int column) {
     const int format = state.StateList.ScreenF[static_cast<std::size_t>(column)];
@@ -23,23 +23,6 @@ GroupFormat FormatOfColumn(const InstrumentState& state, int column) {
 
 bool IsSerialColumn(const InstrumentState& state, int group) {
     return state.Serial.SerialMode != 0 && group == state.Serial.SerialGroup;
-}
-
-/// Without the blanks that only fill a column.
-std::string_view Trimmed(std::string_view text) {
-    const std::size_t end = text.find_last_not_of(' ');
-    return text.substr(0, end == std::string_view::npos ? 0 : end + 1);
-}
-
-/// A cell of copied text: what would break the table becomes a blank.
-void AppendCell(std::string& text, std::string_view cell) {
-    for (const char c : Trimmed(cell)) text += c == '\t' || c == '\n' || c == '\r' || c == '\0' ? ' ' : c;
-}
-
-std::string DistanceText(const InstrumentState& state, std::int64_t samples) {
-    std::string text = (samples < 0 ? "" : "+") + std::to_string(samples);
-    if (RateOf(state) > 0) text += " (" + TimeText(samples, RateOf(state), kTimeRateUnit) + ")";
-    return text;
 }
 
 }  // namespace
@@ -107,17 +90,6 @@ std::string StateListText(const InstrumentState& state, const StateListLayout& l
             AppendCell(text, column.Next(sample));
         }
         text += '\n';
-    }
-    return text;
-}
-
-std::string StateListHover(const InstrumentState& state, std::int64_t sample) {
-    std::string text = "Sample " + std::to_string(sample);
-    if (RateOf(state) > 0) text += " (" + TimeText(sample, RateOf(state), kTimeRateUnit) + ")";
-    for (std::size_t cursor = 0; cursor < kCursorLetters.size(); ++cursor) {
-        text += "\nfrom ";
-        text += kCursorLetters[cursor];
-        text += ": " + DistanceText(state, sample - state.Cursors.Cur[cursor]);
     }
     return text;
 }

@@ -46,7 +46,4 @@ class StateColumnTexts {
 std::string StateListText(const InstrumentState& state, const StateListLayout& layout, std::int64_t first,
                           std::int64_t end);
 
-/// What the list says of a sample: its number, its time, and how far it is from each cursor, a line each.
-std::string StateListHover(const InstrumentState& state, std::int64_t sample);
-
 }  // namespace zu

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "display/SelectionColor.h"
 #include "display/StateListCells.h"
 
 namespace zu {
@@ -9,17 +10,6 @@ namespace {
 
 constexpr std::size_t kTextColor = 0;
 constexpr std::size_t kBackground = 1;
-constexpr std::size_t kGridColor = 2;
-
-/// A quarter of one colour over another: rows stay readable on it.
-Rgb Tint(Rgb color, Rgb ground) {
-    Rgb mixed = 0;
-    for (int shift = 0; shift < 24; shift += 8) {
-        const Rgb part = ((color >> shift & 0xFF) + 3 * (ground >> shift & 0xFF)) / 4;
-        mixed |= part << shift;
-    }
-    return mixed;
-}
 
 /// One paint of the Statelist.
 class StateListPaint {
@@ -69,10 +59,9 @@ void StateListPaint::DrawSelection() {
     const std::int64_t from = std::max<std::int64_t>(geom_.SelectFirst - First(), 0);
     const std::int64_t to = std::min<std::int64_t>(geom_.SelectEnd - First(), layout_.SampleRows());
     if (from >= to) return;
-    const Rgb color = Tint(state_.Screen.ScreenColor[kGridColor], state_.Screen.ScreenColor[kBackground]);
     canvas_.FillRect({0, layout_.TopOf(static_cast<std::int32_t>(from)), geom_.Width,
                       layout_.TopOf(static_cast<std::int32_t>(to))},
-                     color);
+                     SelectionColor(state_));
 }
 
 void StateListPaint::DrawHeader() {

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "display/CursorMoves.h"
+#include "display/Hover.h"
 #include "display/StateListCells.h"
 
 namespace zu {
@@ -211,7 +212,7 @@ std::string StateListView::HoverText() const {
     if (grab_ != Grab::None || pointerY_ < 0) return {};
     const auto sample = StateSampleAt(state_, Layout(), pointerY_);
     if (!sample || *sample < 0 || *sample >= state_.Memory.DisplayLen) return {};
-    return StateListHover(state_, *sample);
+    return SampleHoverText(state_, *sample);
 }
 
 }  // namespace zu

@@ -27,4 +27,12 @@ std::int32_t NextCursorSample(const InstrumentState& state, std::int32_t from, s
     return next;
 }
 
+std::int32_t CursorSampleBack(const InstrumentState& state, std::int32_t from) {
+    std::int32_t last = -1;
+    for (const int cursor : kCursorOrder) {
+        if (Position(state, cursor) <= from) last = std::max(last, Position(state, cursor));
+    }
+    return last;
+}
+
 }  // namespace zu

@@ -16,5 +16,7 @@ inline constexpr std::array<std::string_view, 5> kRowCursorTexts{"Cursor A", "Cu
 int CursorOnSample(const InstrumentState& state, std::int32_t sample);
 /// First cursor position at or behind a sample; `to` if there is none before it.
 std::int32_t NextCursorSample(const InstrumentState& state, std::int32_t from, std::int32_t to);
+/// Last cursor position from 0 up to a sample; -1 if there is none.
+std::int32_t CursorSampleBack(const InstrumentState& state, std::int32_t from);
 
 }  // namespace zu

@@ -15,12 +15,33 @@ std::int32_t MapLength(const InstrumentState& state) {
     return static_cast<std::int32_t>(state.Serial.SerialEvents.size());
 }
 
-/// First event at or behind a sample that the view lists; `to` if there is none.
+/// False with all filters off: no code passes, and nobody needs to look.
+bool ListsAnyEvent(const InstrumentState& state) {
+    const auto& filter = state.Serial.SerialFilter;
+    return state.Serial.SerialMode == kModeMicrowire ||
+           std::any_of(filter.begin(), filter.end(), [](std::uint8_t flag) { return flag != 0; });
+}
+
+/// First event in [from, to) that the view lists; `to` if there is none.
 std::int32_t NextListedEvent(const InstrumentState& state, std::int32_t from, std::int32_t to) {
     const auto& events = state.Serial.SerialEvents;
-    std::int32_t i = FindEvent(events, from, to);
-    while (i < to && !PassesSerialFilter(state, EventAt(state, i))) i = FindEvent(events, i + 1, to);
-    return i;
+    if (!ListsAnyEvent(state)) return to;
+    EventCursor cursor(events, from, to);
+    for (std::int32_t i = cursor.Next(); i >= 0; i = cursor.Next()) {
+        if (PassesSerialFilter(state, events[static_cast<std::size_t>(i)])) return i;
+    }
+    return to;
+}
+
+/// Last event in [floor, from] that the view lists; floor - 1 if there is none.
+std::int32_t ListedEventBack(const InstrumentState& state, std::int32_t from, std::int32_t floor) {
+    const auto& events = state.Serial.SerialEvents;
+    if (!ListsAnyEvent(state)) return floor - 1;
+    std::int32_t i = FindEventBack(events, from);
+    while (i >= floor && !PassesSerialFilter(state, events[static_cast<std::size_t>(i)])) {
+        i = FindEventBack(events, i - 1);
+    }
+    return std::max(i, floor - 1);
 }
 
 std::int32_t FindCodeForward(const InstrumentState& state, std::uint8_t code, std::int32_t from) {
@@ -55,11 +76,22 @@ std::int32_t SerialRowsStart(const InstrumentState& state) {
 std::optional<SerialRow> NextSerialRow(const InstrumentState& state, std::int32_t from) {
     const std::int32_t end = MapLength(state);
     from = std::max(from, 0);
-    const std::int32_t listed = NextListedEvent(state, from, end);
-    const std::int32_t sample = std::min(listed, NextCursorSample(state, from, end));
+    if (from >= end) return std::nullopt;
+    // Events are looked for up to the next cursor only, so that no stretch is walked twice.
+    const std::int32_t cursor = NextCursorSample(state, from, end);
+    const std::int32_t stop = std::min(cursor + 1, end);
+    const std::int32_t listed = NextListedEvent(state, from, stop);
+    const std::int32_t sample = std::min(listed, cursor);
     if (sample >= end) return std::nullopt;
-    const std::uint8_t code = sample == listed ? EventAt(state, sample) : event::kNone;
+    const std::uint8_t code = listed < stop ? EventAt(state, listed) : event::kNone;
     return SerialRow{sample, code, CursorOnSample(state, sample)};
+}
+
+std::optional<std::int32_t> SerialRowBack(const InstrumentState& state, std::int32_t from) {
+    from = std::min(from, MapLength(state) - 1);
+    const std::int32_t cursor = CursorSampleBack(state, from);
+    const std::int32_t sample = std::max(ListedEventBack(state, from, cursor + 1), cursor);
+    return sample >= 0 ? std::optional(sample) : std::nullopt;
 }
 
 std::vector<SerialRow> SerialRows(const InstrumentState& state, int count) {

@@ -26,6 +26,8 @@ bool PassesSerialFilter(const InstrumentState& state, std::uint8_t code);
 std::int32_t SerialRowsStart(const InstrumentState& state);
 /// First row at or behind a sample; nothing beyond the data.
 std::optional<SerialRow> NextSerialRow(const InstrumentState& state, std::int32_t from);
+/// Sample of the last row at or before a sample; nothing if there is none.
+std::optional<std::int32_t> SerialRowBack(const InstrumentState& state, std::int32_t from);
 /// Up to `count` rows from the view's start on.
 std::vector<SerialRow> SerialRows(const InstrumentState& state, int count);
 /// Sample under row `row` (0 the first below the header), as a click finds it: every sample with an event or

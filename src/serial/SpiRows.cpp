@@ -25,33 +25,37 @@ std::uint16_t WordAt(Words words, std::int64_t sample) {
 
 constexpr std::int32_t kWordsAtOnce = 4;
 
-/// First index at or behind `from` whose entry has a flag; the array's length if there is none.
-std::int32_t FindFlag(Words words, std::uint16_t flag, std::int32_t from) {
-    const auto end = static_cast<std::int32_t>(words.size());
-    std::int32_t i = std::max(from, 0);
-    while (i < end) {
-        if (end - i >= kWordsAtOnce && scan::LoadWord(&words[static_cast<std::size_t>(i)]) == 0) {
-            i += kWordsAtOnce;
-        } else if ((words[static_cast<std::size_t>(i)] & flag) != 0) {
-            return i;
-        } else {
-            ++i;
-        }
-    }
-    return end;
+/// Whether none of the kWordsAtOnce entries from `at` on has a flag.
+bool NoneAt(Words words, std::uint16_t flag, std::int32_t at) {
+    constexpr std::uint64_t kEachEntry = 0x0001000100010001U;
+    return (scan::LoadWord(&words[static_cast<std::size_t>(at)]) & kEachEntry * flag) == 0;
 }
 
-/// Last index at or below `from` whose entry has one of the flags; -1 if there is none.
-std::int32_t FindFlagBack(Words words, std::uint16_t flags, std::int32_t from) {
+/// First index in [from, to) whose entry has a flag; `to` if there is none.
+std::int32_t FindFlag(Words words, std::uint16_t flag, std::int32_t from, std::int32_t to) {
+    const auto end = static_cast<std::int32_t>(std::min<std::int64_t>(to, std::ssize(words)));
+    std::int32_t i = std::max(from, 0);
+    while (i + kWordsAtOnce <= end && NoneAt(words, flag, i)) i += kWordsAtOnce;
+    while (i < end && (words[static_cast<std::size_t>(i)] & flag) == 0) ++i;
+    return i < end ? i : to;
+}
+
+/// Last index in [floor, from] whose entry has a flag; floor - 1 if there is none.
+std::int32_t FindFlagBack(Words words, std::uint16_t flag, std::int32_t from, std::int32_t floor) {
     auto i = static_cast<std::int32_t>(std::min<std::int64_t>(from, std::ssize(words) - 1));
-    while (i >= 0 && (words[static_cast<std::size_t>(i)] & flags) == 0) --i;
-    return i;
+    while (i - floor + 1 >= kWordsAtOnce && NoneAt(words, flag, i + 1 - kWordsAtOnce)) i -= kWordsAtOnce;
+    while (i >= floor && (words[static_cast<std::size_t>(i)] & flag) == 0) --i;
+    return std::max(i, floor - 1);
+}
+
+std::int32_t EndOf(Words words) {
+    return static_cast<std::int32_t>(words.size());
 }
 
 SpiByte ByteAt(const InstrumentState& state, int slot, std::int32_t start) {
     const Words si = WordsOf(state.Serial.SpiSI, slot);
-    const std::int32_t end = FindFlag(si, spi::kEnd, start);
-    return {start, end < std::ssize(si) ? end : start,
+    const std::int32_t end = FindFlag(si, spi::kEnd, start, EndOf(si));
+    return {start, end < EndOf(si) ? end : start,
             static_cast<std::uint8_t>(si[static_cast<std::size_t>(start)] & spi::kValue),
             static_cast<std::uint8_t>(SpiSoAt(state, slot, start) & spi::kValue)};
 }
@@ -64,15 +68,35 @@ std::int32_t DataEnd(const InstrumentState& state) {
     return static_cast<std::int32_t>(state.Serial.SpiSI[0].size());
 }
 
-/// First start of a byte at or behind a sample in the chosen slots; `to` if there is none.
-std::int32_t NextStart(const InstrumentState& state, const std::array<bool, kSpiSlots>& slots,
-                       std::int32_t from, std::int32_t to) {
-    std::int32_t next = to;
+using SlotSet = std::array<bool, kSpiSlots>;
+constexpr SlotSet kAllSlots{true, true, true};
+
+/// First start of a byte in [from, to) in the chosen slots; `to` if there is none.
+std::int32_t NextStart(const InstrumentState& state, const SlotSet& slots, std::int32_t from,
+                       std::int32_t to) {
+    // Block by block: a slot without bytes is not walked to its end for the sake of the next byte of another.
+    constexpr std::int32_t kBlock = 4096;
+    for (std::int32_t block = std::max(from, 0); block < to;) {
+        const std::int32_t stop = to - block > kBlock ? block + kBlock : to;
+        std::int32_t next = stop;
+        for (int slot = 0; slot < kSpiSlots; ++slot) {
+            if (!slots[static_cast<std::size_t>(slot)]) continue;
+            next = FindFlag(WordsOf(state.Serial.SpiSI, slot), spi::kStart, block, next);
+        }
+        if (next < stop) return next;
+        block = stop;
+    }
+    return to;
+}
+
+/// Last start of a byte from 0 up to a sample in the chosen slots; -1 if there is none.
+std::int32_t StartBack(const InstrumentState& state, const SlotSet& slots, std::int32_t from) {
+    std::int32_t last = -1;
     for (int slot = 0; slot < kSpiSlots; ++slot) {
         if (!slots[static_cast<std::size_t>(slot)]) continue;
-        next = std::min(next, FindFlag(WordsOf(state.Serial.SpiSI, slot), spi::kStart, from));
+        last = FindFlagBack(WordsOf(state.Serial.SpiSI, slot), spi::kStart, from, last + 1);
     }
-    return next;
+    return last;
 }
 
 /// Next sample at which a byte starts in all shown slots at once; `to` if there is none.
@@ -100,21 +124,21 @@ std::uint16_t SpiSoAt(const InstrumentState& state, int slot, std::int64_t sampl
 
 std::optional<SpiByte> NextSpiByte(const InstrumentState& state, int slot, std::int32_t from) {
     const Words si = WordsOf(state.Serial.SpiSI, slot);
-    const std::int32_t start = FindFlag(si, spi::kStart, from);
-    if (start >= std::ssize(si)) return std::nullopt;
+    const std::int32_t start = FindFlag(si, spi::kStart, from, EndOf(si));
+    if (start >= EndOf(si)) return std::nullopt;
     return ByteAt(state, slot, start);
 }
 
 std::optional<SpiByte> SpiByteAround(const InstrumentState& state, int slot, std::int32_t sample) {
     const Words si = WordsOf(state.Serial.SpiSI, slot);
-    const std::int32_t start = FindFlagBack(si, spi::kStart, sample);
+    const std::int32_t start = FindFlagBack(si, spi::kStart, sample, 0);
     if (start < 0) return std::nullopt;
     const SpiByte byte = ByteAt(state, slot, start);
     return byte.End >= sample ? std::optional(byte) : std::nullopt;
 }
 
 std::array<bool, kSpiSlots> ShownSpiSlots(const InstrumentState& state) {
-    std::array<bool, kSpiSlots> shown{};
+    SlotSet shown{};
     for (std::size_t slot = 0; slot < kSpiSlots; ++slot) {
         shown[slot] = state.Serial.SpiShown[slot] != 0 && SpiGroup(state, static_cast<int>(slot)) >= 0;
     }
@@ -143,21 +167,23 @@ std::int32_t SpiRowsStart(const InstrumentState& state) {
     const std::int32_t end = DataEnd(state);
     const std::int32_t from =
         std::max(std::min(state.Serial.SpiDataPos, SpiRangeEnd(state)), std::max(state.Serial.SpiFirst, 0));
-    const std::int32_t next = NextStart(state, {true, true, true}, from, end);
+    const std::int32_t next = NextStart(state, kAllSlots, from, end);
     if (next < end) return next;
-    std::int32_t previous = -1;
-    for (int slot = 0; slot < kSpiSlots; ++slot) {
-        previous = std::max(previous, FindFlagBack(WordsOf(state.Serial.SpiSI, slot), spi::kStart, from));
-    }
+    const std::int32_t previous = StartBack(state, kAllSlots, from);
     return previous >= 0 ? previous : from;
 }
 
 std::optional<std::int32_t> NextSpiRow(const InstrumentState& state, std::int32_t from) {
     const std::int32_t end = DataEnd(state);
     from = std::max(from, 0);
-    const std::int32_t sample =
-        std::min(NextStart(state, ShownSpiSlots(state), from, end), NextCursorSample(state, from, end));
+    const std::int32_t cursor = NextCursorSample(state, from, end);
+    const std::int32_t sample = NextStart(state, ShownSpiSlots(state), from, cursor);
     return sample < end ? std::optional(sample) : std::nullopt;
+}
+
+std::optional<std::int32_t> SpiStartBack(const InstrumentState& state, std::int32_t from) {
+    const std::int32_t start = StartBack(state, ShownSpiSlots(state), from);
+    return start >= 0 ? std::optional(start) : std::nullopt;
 }
 
 std::vector<std::int32_t> SpiRows(const InstrumentState& state, int count) {

@@ -43,6 +43,8 @@ std::int32_t SpiRowsStart(const InstrumentState& state);
 /// First sample at or behind `from` with the start of a byte in any shown slot, or a cursor; nothing beyond
 /// the data.
 std::optional<std::int32_t> NextSpiRow(const InstrumentState& state, std::int32_t from);
+/// Last start of a byte at or before a sample in any shown slot; nothing if there is none.
+std::optional<std::int32_t> SpiStartBack(const InstrumentState& state, std::int32_t from);
 /// Samples of up to `count` rows from the view's start on.
 std::vector<std::int32_t> SpiRows(const InstrumentState& state, int count);
 /// Sample under row `row` (0 the first below the header), as a click finds it: a sample counts if a byte

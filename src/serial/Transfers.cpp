@@ -2,6 +2,8 @@
 
 #include <array>
 #include <cstdio>
+#include <limits>
+#include <span>
 
 #include "serial/EventCodes.h"
 #include "serial/EventMap.h"
@@ -44,6 +46,48 @@ class ByteBuilder {
     int bits_ = 0;
 };
 
+using Events = std::span<const std::uint8_t>;
+
+/// First event of a code at or behind `from`; -1 if there is none.
+std::int32_t NextOf(Events events, std::uint8_t code, std::int32_t from) {
+    EventCursor cursor(events, from, std::numeric_limits<std::int32_t>::max());
+    std::int32_t i = cursor.Next();
+    while (i >= 0 && events[static_cast<std::size_t>(i)] != code) i = cursor.Next();
+    return i;
+}
+
+/// Whether a transfer is open before a sample: a start stands there with no stop behind it.
+bool StartsOpen(Events events, std::int32_t sample) {
+    if (sample <= 0) return false;
+    for (std::int32_t i = FindEventBack(events, sample - 1); i >= 0; i = FindEventBack(events, i - 1)) {
+        const std::uint8_t code = events[static_cast<std::size_t>(i)];
+        if (code == event::kStart || code == event::kStop) return code == event::kStart;
+    }
+    return false;
+}
+
+/// Reads what follows a transfer's start, up to its stop, the next start or so many bytes. Sample of the
+/// event that ended it; -1 at the end of data.
+std::int32_t ReadTransfer(Events events, std::size_t mostBytes, I2cTransfer& transfer) {
+    EventCursor cursor(events, transfer.Start + 1, std::numeric_limits<std::int32_t>::max());
+    ByteBuilder builder;
+    for (std::int32_t i = cursor.Next(); i >= 0; i = cursor.Next()) {
+        const std::uint8_t code = events[static_cast<std::size_t>(i)];
+        I2cByte byte;
+        if (code == event::kStop) transfer.Stop = i;
+        if (code == event::kStart || code == event::kStop) return i;
+        if (IsBit(code)) {
+            builder.Take(i, code);
+        } else if (code == event::kAck || code == event::kNack) {
+            if (!builder.Finish(i, code == event::kAck, byte)) continue;
+            transfer.Cut = transfer.Bytes.size() >= mostBytes;
+            if (transfer.Cut) return i;
+            transfer.Bytes.push_back(byte);
+        }
+    }
+    return -1;
+}
+
 std::string ByteText(const I2cByte& byte, bool isAddress) {
     std::array<char, 8> text{};
     const auto value = static_cast<unsigned>(byte.Value);
@@ -58,28 +102,22 @@ std::string ByteText(const I2cByte& byte, bool isAddress) {
 }  // namespace
 
 std::vector<I2cTransfer> I2cTransfers(const InstrumentState& state) {
+    return I2cTransfers(state, 0, std::numeric_limits<std::int32_t>::max());
+}
+
+std::vector<I2cTransfer> I2cTransfers(const InstrumentState& state, std::int32_t first, std::int32_t last,
+                                      std::size_t mostBytes) {
     const auto& events = state.Serial.SerialEvents;
-    const auto end = static_cast<std::int32_t>(events.size());
     std::vector<I2cTransfer> transfers;
-    ByteBuilder builder;
-    bool open = false;
-    for (std::int32_t i = FindEvent(events, 0, end); i < end; i = FindEvent(events, i + 1, end)) {
-        const std::uint8_t code = events[static_cast<std::size_t>(i)];
-        I2cByte byte;
-        if (code == event::kStart) {
-            transfers.push_back({i, open, -1, {}});
-            builder.Clear();
-            open = true;
-        } else if (!open) {
-            continue;
-        } else if (code == event::kStop) {
-            transfers.back().Stop = i;
-            open = false;
-        } else if (IsBit(code)) {
-            builder.Take(i, code);
-        } else if (code == event::kAck || code == event::kNack) {
-            if (builder.Finish(i, code == event::kAck, byte)) transfers.back().Bytes.push_back(byte);
-        }
+    bool open = StartsOpen(events, first);
+    std::int32_t next = NextOf(events, event::kStart, first);
+    while (next >= 0 && next <= last) {
+        transfers.push_back({.Start = next, .Repeated = open, .Bytes = {}});
+        I2cTransfer& transfer = transfers.back();
+        const std::int32_t reached = ReadTransfer(events, mostBytes, transfer);
+        if (reached < 0) break;
+        next = NextOf(events, event::kStart, reached);
+        open = transfer.Cut ? StartsOpen(events, next) : transfer.Stop < 0;
     }
     return transfers;
 }
@@ -90,6 +128,7 @@ std::string TransferText(const I2cTransfer& transfer) {
         text += i == 0 ? " " : " | ";
         text += ByteText(transfer.Bytes[i], i == 0);
     }
+    if (transfer.Cut) text += transfer.Bytes.empty() ? " ..." : " | ...";
     if (transfer.Stop >= 0) text += transfer.Bytes.empty() ? " P" : " | P";
     return text;
 }

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -24,15 +26,20 @@ struct I2cTransfer {
     bool Repeated = false;   ///< no stop ended the transfer before
     std::int32_t Stop = -1;  ///< -1: ended by a start or by the end of data
     std::vector<I2cByte> Bytes;
+    bool Cut = false;  ///< there are more bytes than were asked for; Stop is not known
 
     friend bool operator==(const I2cTransfer&, const I2cTransfer&) = default;
 };
 
 /// The transfers of the event map in time order.
 std::vector<I2cTransfer> I2cTransfers(const InstrumentState& state);
+/// The transfers that begin in [first, last], each read up to so many bytes: what a list on the screen needs
+/// of a full memory.
+std::vector<I2cTransfer> I2cTransfers(const InstrumentState& state, std::int32_t first, std::int32_t last,
+                                      std::size_t mostBytes = std::numeric_limits<std::size_t>::max());
 
 /// One line, as "S 50 W ACK | 00 ACK | P": the first byte as address and direction, the others in hex.
-/// A repeated start reads "Sr".
+/// A repeated start reads "Sr", and "..." ends a line that was cut.
 std::string TransferText(const I2cTransfer& transfer);
 
 }  // namespace zu

@@ -37,7 +37,7 @@ using Texts = std::vector<std::string>;
 
 RecorderCanvas Paint(const InstrumentState& state, std::int32_t rows) {
     RecorderCanvas canvas(400, rows * kRow);
-    PaintSerial(state, 400, rows * kRow, canvas);
+    PaintSerial(state, {400, rows * kRow}, canvas);
     return canvas;
 }
 
@@ -117,14 +117,14 @@ TEST(SerialPainter, ScrollRangeIsInUnitsOfTheScale) {
     auto state = MakeSerialState();
     state->Serial.SerialDataPos = 50;
     RecorderCanvas canvas(100, 100);
-    EXPECT_EQ(PaintSerial(*state, 100, 100, canvas), (ScrollRange{10, 110, 50}));
+    EXPECT_EQ(PaintSerial(*state, {100, 100}, canvas).Vertical, (ScrollRange{10, 110, 50}));
     state->Serial.SerialFirst = 0;
     state->Serial.SerialLast = 0x7FFF;
-    EXPECT_EQ(PaintSerial(*state, 100, 100, canvas), (ScrollRange{0, 0x7FFF / 2, 25}));
+    EXPECT_EQ(PaintSerial(*state, {100, 100}, canvas).Vertical, (ScrollRange{0, 0x7FFF / 2, 25}));
 }
 
 TEST(SerialPainter, TheUpperTenthOfARowIsTheRowBefore) {
-    SerialLayout layout;
+    SerialGrid layout;
     layout.RowHeight = 20;
     EXPECT_FALSE(SerialRowAt(layout, -5));
     EXPECT_FALSE(SerialRowAt(layout, 19));
@@ -184,7 +184,7 @@ TEST(SerialPainter, AnyStateIsDrawn) {
         state->Clock.ClockRate = static_cast<decltype(state->Clock.ClockRate)>(random() % 60);
         const std::int32_t height = any() % 600;
         RecorderCanvas canvas(200, 600);
-        PaintSerial(*state, 200, height, canvas);
+        PaintSerial(*state, {200, height}, canvas);
         SerialSampleAt(*state, LayoutSerial(canvas.FontMetrics(), height), any() % 700);
     }
 }

@@ -1,6 +1,7 @@
 // The picture of the Statelist: columns, headers, rows, formats.
 #include <gtest/gtest.h>
 
+#include "display/Hover.h"
 #include "display/StateListCells.h"
 #include "serial/EventCodes.h"
 #include "support/Recorded.h"
@@ -357,14 +358,14 @@ TEST(StateListText, CopiesHeaderAndRowsWithTabs) {
     EXPECT_EQ(StateListText(*state, layout, 5, 5), "Samples\tBus\tTab here\n");
 }
 
-TEST(StateListHover, TellsSampleTimeAndDistances) {
+TEST(SampleHover, TellsSampleTimeAndDistances) {
     const auto state = MakeListState();
     state->Cursors.Cur = {20, 30, 10, 0, 25, 0};
-    EXPECT_EQ(StateListHover(*state, 25),
+    EXPECT_EQ(SampleHoverText(*state, 25),
               "Sample 25 (250ns)\nfrom A: +5 (50ns)\nfrom B: -5 (-50ns)\nfrom C: +15 (150ns)\n"
               "from D: +25 (250ns)\nfrom T: +0 (0ns)");
     state->Clock.ClockType = 1;
-    EXPECT_EQ(StateListHover(*state, 25),
+    EXPECT_EQ(SampleHoverText(*state, 25),
               "Sample 25\nfrom A: +5\nfrom B: -5\nfrom C: +15\nfrom D: +25\nfrom T: +0");
 }
 
