@@ -109,8 +109,8 @@ std::vector<I2cTransfer> I2cTransfers(const InstrumentState& state, std::int32_t
                                       std::size_t mostBytes) {
     const auto& events = state.Serial.SerialEvents;
     std::vector<I2cTransfer> transfers;
-    bool open = StartsOpen(events, first);
     std::int32_t next = NextOf(events, event::kStart, first);
+    bool open = StartsOpen(events, next);
     while (next >= 0 && next <= last) {
         transfers.push_back({.Start = next, .Repeated = open, .Bytes = {}});
         I2cTransfer& transfer = transfers.back();

@@ -10,7 +10,10 @@
 
 #include "display/Cells.h"
 #include "display/Measure.h"
+#include "display/SerialPainter.h"
+#include "display/SpiPainter.h"
 #include "files/LoadSupport.h"
+#include "serial/I2cDecoder.h"
 #include "serial/SpiDecoder.h"
 #include "support/Captures.h"
 #include "support/Recorded.h"
@@ -300,6 +303,81 @@ TEST(CaptureLanes, TheBytesOfTheFlashStandWhereOthersReadThem) {
         EXPECT_EQ(painted.Canvas.TextsAt(63), (std::vector<std::string>{byte["si"].get<std::string>()}));
         EXPECT_EQ(painted.Canvas.TextsAt(101), (std::vector<std::string>{byte["so"].get<std::string>()}));
     }
+}
+
+class I2cList : public testing::TestWithParam<const char*> {};
+INSTANTIATE_TEST_SUITE_P(, I2cList, testing::Values("i2c_eeprom_page_write", "i2c_rtc_ds3231"),
+                         [](const auto& capture) { return std::string(capture.param); });
+
+/// Rows of the list as others read the bus: starts, stops, and acknowledges with the byte before them.
+std::vector<std::vector<std::string>> ExpectedRows(const json& events) {
+    std::vector<std::vector<std::string>> rows;
+    std::string value;
+    for (const json& found : events) {
+        const std::string kind = found["kind"];
+        if (kind == "address" || kind == "data") {
+            std::array<char, 16> text{};
+            const unsigned long byte = std::stoul(found["byte"].get<std::string>(), nullptr, 16);
+            std::snprintf(text.data(), text.size(), "(Val=0x%lX)", byte);
+            value = text.data();
+        }
+        if (kind == "start" || kind == "repeat-start") {
+            rows.push_back({std::to_string(found["sample"].get<int>()), "START"});
+        }
+        if (kind == "stop") rows.push_back({std::to_string(found["sample"].get<int>()), "STOP"});
+        if (kind == "ack") rows.push_back({std::to_string(found["clock_fall"].get<int>()), "ACK" + value});
+        if (kind == "nack") rows.push_back({std::to_string(found["clock_fall"].get<int>()), "NACK" + value});
+    }
+    return rows;
+}
+
+TEST_P(I2cList, ListsWhatOthersReadAtItsSamples) {
+    ZU_NEEDS_CAPTURES();
+    const auto state = LoadCapture(GetParam());
+    ResizeDecodeBuffers(*state);
+    ASSERT_TRUE(DecodeI2C(*state));
+    state->Serial.SerialMode = 1;
+    state->Cursors.Cur.fill(-1);
+    state->Cursors.CursorDlgMode = 0;
+    state->Serial.SerialFilter = {1, 1, 0, 0, 0, 1, 1, 0, 0, 0, 0};
+    const json oracle =
+        json::parse(std::ifstream(test::CapturePath(std::string(GetParam()) + ".oracle.json")));
+    const auto expected = ExpectedRows(oracle["decodes"][0]["events"]);
+    const auto height = static_cast<std::int32_t>(12 * (expected.size() + 5));
+    RecorderCanvas canvas(400, height);
+    PaintSerial(*state, {400, height}, canvas);
+    std::int32_t row = 0;
+    for (const auto& texts : expected) EXPECT_EQ(canvas.TextsAt(12 * ++row), texts);
+    EXPECT_TRUE(canvas.TextsAt(12 * ++row).empty());
+    EXPECT_GT(row, 20);
+}
+
+class SpiList : public testing::TestWithParam<const char*> {};
+INSTANTIATE_TEST_SUITE_P(, SpiList, testing::Values("spi_flash_read64", "spi_accel_mode3", "microwire_93c66"),
+                         [](const auto& capture) { return std::string(capture.param); });
+
+TEST_P(SpiList, ListsTheBytesThatOthersReadAtTheirSamples) {
+    ZU_NEEDS_CAPTURES();
+    const auto state = LoadCapture(GetParam());
+    ResizeDecodeBuffers(*state);
+    ASSERT_TRUE(DecodeSPI(*state));
+    state->Cursors.Cur.fill(-1);
+    state->Cursors.CursorDlgMode = 0;
+    const json oracle =
+        json::parse(std::ifstream(test::CapturePath(std::string(GetParam()) + ".oracle.json")));
+    const json& bytes = oracle["decodes"][0]["bytes"];
+    const auto height = static_cast<std::int32_t>(12 * (bytes.size() + 5));
+    RecorderCanvas canvas(600, height);
+    PaintSpi(*state, {600, height}, canvas);
+    std::int32_t row = 0;
+    for (const json& byte : bytes) {
+        std::array<char, 16> place{};
+        std::snprintf(place.data(), place.size(), "%07d", byte["first_edge"].get<int>() - 1);
+        EXPECT_EQ(canvas.TextsAt(12 * ++row),
+                  (std::vector<std::string>{place.data(), byte["si"], byte["so"]}));
+    }
+    EXPECT_TRUE(canvas.TextsAt(12 * ++row).empty());
+    EXPECT_GT(row, 10);
 }
 
 }  // namespace

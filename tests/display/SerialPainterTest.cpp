@@ -5,33 +5,16 @@
 
 #include "display/RecorderCanvas.h"
 #include "display/SerialPainter.h"
-#include "support/TimingFixture.h"
+#include "support/Recorded.h"
+#include "support/SerialListFixture.h"
 
 namespace zu::test {
 namespace {
 
-constexpr std::int32_t kRow = 12;  // pixels, on a small screen
+constexpr std::int32_t kRow = kSerialRow;
 constexpr std::int32_t kEventLeft = 5 + 13 * 6;
 constexpr std::int32_t kCursorLeft = 5 + 26 * 6;
-
-/// A start, the byte 0x50 with its acknowledge, and a stop, at every tenth sample from 10 on.
-std::unique_ptr<InstrumentState> MakeSerialState() {
-    auto state = MakeState(13);
-    SetLength(*state, 200);
-    state->Cursors.Cur = {};
-    for (std::size_t cursor = 0; cursor <= kCursorT; ++cursor) state->Cursors.Cur[cursor] = 1000;
-    state->Cursors.CursorDlgMode = 0;
-    state->Serial.SerialMode = 1;
-    state->Serial.SerialEvents.assign(200, 0);
-    std::size_t at = 10;
-    for (const int code : {1, 3, 4, 3, 4, 3, 3, 3, 3, 15, 2}) {
-        state->Serial.SerialEvents[at] = static_cast<std::uint8_t>(code);
-        at += 10;
-    }
-    state->Serial.SerialFirst = 10;
-    state->Serial.SerialLast = 110;
-    return state;
-}
+constexpr std::int32_t kTransferLeft = 5 + 39 * 6;
 
 using Texts = std::vector<std::string>;
 
@@ -164,6 +147,98 @@ TEST(SerialPainter, FilterMenuTurnsItsFlags) {
     EXPECT_EQ(state->Serial.SerialFilter[4], 1);
     EXPECT_FALSE(ToggleSerialFilter(*state, 0));
     EXPECT_FALSE(ToggleSerialFilter(*state, 12));
+}
+
+TEST(SerialPainter, ATransferStandsAtTheRowOfItsStart) {
+    const auto state = MakeSerialState();
+    RecorderCanvas canvas(400, 20 * kRow);
+    PaintSerial(*state, {.Width = 400, .Height = 20 * kRow, .Transfers = true}, canvas);
+    EXPECT_EQ(canvas.TextsAt(0), (Texts{"Location", "I2C", "Transfer"}));
+    EXPECT_EQ(canvas.TextsAt(kRow), (Texts{"10", "START", "S 28 W ACK | P"}));
+    EXPECT_EQ(canvas.TextsAt(2 * kRow), (Texts{"20", "0"}));
+    state->Serial.SerialFilter[0] = 0;
+    canvas.Clear();
+    PaintSerial(*state, {.Width = 400, .Height = 20 * kRow, .Transfers = true}, canvas);
+    EXPECT_EQ(canvas.TextsAt(kRow), (Texts{"20", "0"})) << "a start that is not listed has no row";
+}
+
+TEST(SerialPainter, ATransferIsCutToTheWindow) {
+    const auto state = MakeSerialState();
+    for (const std::int32_t characters : {0, 1, 5, 14, 20}) {
+        const std::int32_t width = kTransferLeft + 6 * characters;
+        RecorderCanvas canvas(width, 20 * kRow);
+        PaintSerial(*state, {.Width = width, .Height = 20 * kRow, .Transfers = true}, canvas);
+        Texts expected{"10", "START"};
+        if (characters > 0) {
+            expected.push_back(std::string("S 28 W ACK | P").substr(0, static_cast<std::size_t>(characters)));
+        }
+        EXPECT_EQ(canvas.TextsAt(kRow), expected);
+    }
+}
+
+TEST(SerialPainter, MicrowireHasNoTransfers) {
+    auto state = MakeSerialState();
+    state->Serial.SerialMode = 2;
+    state->Serial.SerialEvents[5] = 26;
+    state->Cursors.Cur[0] = 10;
+    RecorderCanvas canvas(400, 20 * kRow);
+    PaintSerial(*state, {.Width = 400, .Height = 20 * kRow, .Transfers = true}, canvas);
+    EXPECT_EQ(canvas.TextsAt(0), (Texts{"Address", "Microwire"}));
+    EXPECT_EQ(canvas.TextsAt(kRow), (Texts{"10", "Cursor A"}));
+}
+
+TEST(SerialPainter, SelectedRowsStandOnATint) {
+    const auto state = MakeSerialState();
+    RecorderCanvas canvas(400, 20 * kRow);
+    PaintSerial(*state, {.Width = 400, .Height = 20 * kRow, .Selected = {20, 31}}, canvas);
+    std::vector<Rect> fills;
+    for (const auto& op : canvas.Ops()) {
+        if (op.What == RecorderCanvas::Kind::Fill) fills.push_back(op.Area);
+    }
+    EXPECT_EQ(fills,
+              (std::vector<Rect>{
+                  {0, 0, 400, 20 * kRow}, {0, 2 * kRow, 400, 3 * kRow}, {0, 3 * kRow, 400, 4 * kRow}}));
+}
+
+TEST(SerialPainter, TellsTitleAndPage) {
+    const auto state = MakeSerialState();
+    RecorderCanvas canvas(400, 4 * kRow);
+    const SerialResult result = PaintSerial(*state, {400, 4 * kRow}, canvas);
+    EXPECT_EQ(result.Title, "I2C View");
+    EXPECT_EQ(result.Page, 20) << "from the row of 10 to that of 30";
+}
+
+TEST(SerialPainter, ARateTurnsPlacesIntoTimes) {
+    auto state = MakeSerialState();
+    state->Cursors.CursorDlgMode = 1;
+    state->Cursors.Cur.fill(9000);
+    state->Serial.SerialEvents.assign(3000, 0);
+    state->Serial.SerialEvents[2345] = 1;
+    state->Serial.SerialLast = 2345;
+    EXPECT_EQ(Paint(*state, 4).TextsAt(kRow), (Texts{"23,450ns", "START"})) << "10 ns a sample";
+}
+
+TEST(SerialPainter, RowsOfEveryKindLookAsRecorded) {
+    auto state = MakeSerialState();
+    state->Cursors.Cur = {10, 25, 30, 1000, 100, 0};
+    state->Serial.SerialEvents[130] = 1;
+    for (std::size_t i = 0; i < 9; ++i) {
+        state->Serial.SerialEvents[132 + 2 * i] = static_cast<std::uint8_t>(i == 8 ? 16 : 3 + i % 2);
+    }
+    RecorderCanvas canvas(420, 26 * kRow);
+    PaintSerial(*state, {.Width = 420, .Height = 26 * kRow, .Selected = {40, 61}, .Transfers = true}, canvas);
+    ExpectRecorded("serial-list", canvas.Dump());
+}
+
+TEST(SerialPainter, NothingIsColouredOnMonoPaper) {
+    auto state = MakeSerialState();
+    state->Cursors.Cur[0] = 10;
+    RecorderCanvas canvas(400, 20 * kRow);
+    canvas.SetMono(true);
+    PaintSerial(*state, {400, 20 * kRow}, canvas);
+    for (const auto& op : canvas.Ops()) {
+        EXPECT_TRUE(op.What != RecorderCanvas::Kind::TextColor && op.What != RecorderCanvas::Kind::Pen);
+    }
 }
 
 TEST(SerialPainter, AnyStateIsDrawn) {

@@ -1,5 +1,6 @@
 // Rows of the serial view, its search and what a click finds.
 #include <gtest/gtest.h>
+#include <random>
 
 #include "BusState.h"
 #include "serial/RowCursors.h"
@@ -138,6 +139,55 @@ TEST_F(SerialRowsTest, AClickCountsEveryEventListedOrNot) {
     EXPECT_FALSE(SerialRowSample(*bus, 0)) << "the click does not clamp as the list does";
     bus->Serial.SerialDataPos = -4;
     EXPECT_EQ(SerialRowSample(*bus, 0), 10);
+}
+
+TEST_F(SerialRowsTest, RowsBackwards) {
+    bus->Cursors.Cur[0] = 25;
+    EXPECT_EQ(SerialRowBack(*bus, 200), 40);
+    EXPECT_EQ(SerialRowBack(*bus, 40), 40);
+    EXPECT_EQ(SerialRowBack(*bus, 29), 25);
+    EXPECT_EQ(SerialRowBack(*bus, 24), 20);
+    EXPECT_FALSE(SerialRowBack(*bus, 9));
+    EXPECT_FALSE(SerialRowBack(*bus, INT32_MIN));
+    FiltersOff();
+    EXPECT_EQ(SerialRowBack(*bus, INT32_MAX), 25);
+    EXPECT_FALSE(SerialRowBack(*bus, 24));
+}
+
+/// The rows as one sample after the other gives them.
+std::vector<SerialRow> PlainRows(const InstrumentState& state) {
+    std::vector<SerialRow> rows;
+    for (std::int32_t i = 0; i < std::ssize(state.Serial.SerialEvents); ++i) {
+        const std::uint8_t code = state.Serial.SerialEvents[static_cast<std::size_t>(i)];
+        const bool listed = code != 0 && PassesSerialFilter(state, code);
+        const int cursor = CursorOnSample(state, i);
+        if (listed || cursor >= 0) rows.push_back({i, listed ? code : std::uint8_t{0}, cursor});
+    }
+    return rows;
+}
+
+TEST_F(SerialRowsTest, AnyMapIsListedAsSampleBySample) {
+    std::mt19937 random(8);
+    for (int round = 0; round < 400; ++round) {
+        for (auto& code : bus->Serial.SerialEvents) {
+            code = static_cast<std::uint8_t>(random() % 4 == 0 ? random() % 45 : 0);
+        }
+        for (auto& flag : bus->Serial.SerialFilter) flag = random() % 3 == 0 ? 1 : 0;
+        for (auto& cursor : bus->Cursors.Cur) cursor = static_cast<std::int32_t>(random() % 260) - 30;
+        bus->Serial.SerialMode = static_cast<std::int8_t>(random() % 3);
+        const auto expected = PlainRows(*bus);
+        std::vector<SerialRow> forward;
+        for (auto row = NextSerialRow(*bus, -9); row; row = NextSerialRow(*bus, row->Sample + 1)) {
+            forward.push_back(*row);
+        }
+        ASSERT_EQ(forward, expected) << round;
+        std::size_t left = expected.size();
+        for (auto row = SerialRowBack(*bus, 500); row; row = SerialRowBack(*bus, *row - 1)) {
+            ASSERT_GT(left, 0U);
+            ASSERT_EQ(*row, expected[--left].Sample) << round;
+        }
+        ASSERT_EQ(left, 0U) << round;
+    }
 }
 
 TEST_F(SerialRowsTest, ScrollScale) {

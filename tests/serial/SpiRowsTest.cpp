@@ -1,7 +1,9 @@
 // Bytes and rows of the SPI view.
 #include <gtest/gtest.h>
+#include <random>
 
 #include "BusState.h"
+#include "serial/RowCursors.h"
 #include "serial/SpiDecoder.h"
 #include "serial/SpiRows.h"
 
@@ -139,6 +141,52 @@ TEST_F(SpiRowsTest, ASingleByteIsTheWholeRange) {
     EXPECT_EQ(SpiRangeEnd(*bus), 20);
     bus->Serial.SpiDataPos = 200;
     EXPECT_EQ(SpiRowsStart(*bus), 20);
+}
+
+TEST_F(SpiRowsTest, StartsBackwardsInShownSlots) {
+    bus->Cursors.Cur[0] = 55;
+    EXPECT_EQ(SpiStartBack(*bus, 1000), 60);
+    EXPECT_EQ(SpiStartBack(*bus, 59), 40) << "a cursor is no start";
+    EXPECT_EQ(SpiStartBack(*bus, 20), 20);
+    EXPECT_FALSE(SpiStartBack(*bus, 19));
+    EXPECT_FALSE(SpiStartBack(*bus, INT32_MIN));
+    bus->Serial.SpiShown[1] = 0;
+    EXPECT_EQ(SpiStartBack(*bus, 1000), 40);
+}
+
+TEST_F(SpiRowsTest, AnyArraysAreListedAsSampleBySample) {
+    std::mt19937 random(9);
+    for (int round = 0; round < 300; ++round) {
+        bus.SetDisplayLen(9000);
+        const auto spacing = 1 + random() % 5000;
+        for (auto& words : bus->Serial.SpiSI) {
+            words.resize(words.size() - random() % 10);
+            for (auto& word : words)
+                word = static_cast<std::uint16_t>(random() % spacing == 0 ? random() : 0);
+        }
+        for (auto& flag : bus->Serial.SpiShown) flag = random() % 3 == 0 ? 0 : 1;
+        for (auto& cursor : bus->Cursors.Cur) cursor = static_cast<std::int32_t>(random() % 9500) - 100;
+        const auto shown = ShownSpiSlots(*bus);
+        SampleList expected;
+        SampleList starts;
+        const auto end = static_cast<std::int32_t>(bus->Serial.SpiSI[0].size());
+        for (std::int32_t i = 0; i < end; ++i) {
+            bool start = false;
+            for (int slot = 0; slot < kSpiSlots; ++slot) {
+                start |= shown[static_cast<std::size_t>(slot)] && (SpiSiAt(*bus, slot, i) & 0x100) != 0;
+            }
+            if (start) starts.push_back(i);
+            if (start || CursorOnSample(*bus, i) >= 0) expected.push_back(i);
+        }
+        SampleList forward;
+        for (auto row = NextSpiRow(*bus, -4); row; row = NextSpiRow(*bus, *row + 1)) forward.push_back(*row);
+        ASSERT_EQ(forward, expected) << round;
+        SampleList back;
+        for (auto row = SpiStartBack(*bus, end - 1); row; row = SpiStartBack(*bus, *row - 1)) {
+            back.insert(back.begin(), *row);
+        }
+        ASSERT_EQ(back, starts) << round;
+    }
 }
 
 TEST_F(SpiRowsTest, EmptyArrays) {
