@@ -44,7 +44,6 @@ class EventListPaint {
     }
 
   private:
-    [[nodiscard]] bool ShowsTransfers() const { return geom_.Transfers && !IsMicrowire(state_); }
     void DrawHeader();
     void DrawRow(const SerialRow& row, std::int32_t top);
     void DrawCursor(int cursor, std::int32_t top);
@@ -62,7 +61,8 @@ void EventListPaint::DrawHeader() {
     for (std::size_t column = 0; column < texts.size(); ++column) {
         list_.Out(layout_.Columns[column], 0, texts[column], list_.TextColor());
     }
-    if (ShowsTransfers()) list_.Out(layout_.Columns[3], 0, kTransferHeader, list_.TextColor());
+    if (HasTransferColumn(state_, geom_))
+        list_.Out(layout_.Columns[3], 0, kTransferHeader, list_.TextColor());
 }
 
 void EventListPaint::DrawRow(const SerialRow& row, std::int32_t top) {
@@ -73,7 +73,7 @@ void EventListPaint::DrawRow(const SerialRow& row, std::int32_t top) {
         list_.Out(layout_.Columns[1], top, SerialRowText(state_, row.Sample), color);
     }
     if (row.Cursor >= 0) DrawCursor(row.Cursor, top);
-    if (row.Code == event::kStart && ShowsTransfers()) DrawTransfer(row.Sample, top, color);
+    if (row.Code == event::kStart && HasTransferColumn(state_, geom_)) DrawTransfer(row.Sample, top, color);
 }
 
 /// The cursor's name and the line under its row.
@@ -112,6 +112,10 @@ std::optional<std::int32_t> SerialSampleAt(const InstrumentState& state, const S
                                            std::int32_t y) {
     const auto row = SerialRowAt(grid, y);
     return row ? SerialRowSample(state, *row) : std::nullopt;
+}
+
+bool HasTransferColumn(const InstrumentState& state, const SerialGeom& geom) {
+    return geom.Transfers && !IsMicrowire(state);
 }
 
 std::array<std::string_view, 2> SerialHeaderTexts(const InstrumentState& state) {

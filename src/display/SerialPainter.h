@@ -24,7 +24,9 @@ SerialLayout LayoutSerial(const Metrics& metrics, std::int32_t height);
 std::optional<std::int32_t> SerialSampleAt(const InstrumentState& state, const SerialGrid& grid,
                                            std::int32_t y);
 
-/// Header of the column of transfers.
+/// Whether the list has its column of transfers: Microwire has none.
+bool HasTransferColumn(const InstrumentState& state, const SerialGeom& geom);
+/// Header of that column.
 inline constexpr std::string_view kTransferHeader = "Transfer";
 /// Texts of the header's first two columns.
 std::array<std::string_view, 2> SerialHeaderTexts(const InstrumentState& state);

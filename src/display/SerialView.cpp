@@ -70,7 +70,7 @@ std::string SerialView::HeaderCells() const {
     cells += '\t';
     cells += texts[1];
     cells += "\tCursor";
-    if (geom_.Transfers) (cells += '\t') += kTransferHeader;
+    if (HasTransferColumn(state_, geom_)) (cells += '\t') += kTransferHeader;
     return cells;
 }
 
@@ -81,7 +81,7 @@ std::string SerialView::RowCells(std::int32_t sample) const {
     if (row->Code != event::kNone) AppendCell(cells, SerialRowText(state_, sample));
     cells += '\t';
     if (row->Cursor >= 0) cells += kRowCursorTexts[static_cast<std::size_t>(row->Cursor)];
-    if (!geom_.Transfers) return cells;
+    if (!HasTransferColumn(state_, geom_)) return cells;
     cells += '\t';
     constexpr std::size_t kAll = std::numeric_limits<std::size_t>::max();
     return row->Code == event::kStart ? cells + SerialTransferText(state_, sample, kAll) : cells;

@@ -12,6 +12,7 @@ namespace zu {
 namespace {
 
 constexpr int kBitsOfByte = 8;
+constexpr std::int32_t kEndOfData = std::numeric_limits<std::int32_t>::max();
 
 bool IsBit(std::uint8_t code) {
     return (code >= event::kBit0 && code <= event::kChipTenBit1) || code == event::kMode0 ||
@@ -48,11 +49,11 @@ class ByteBuilder {
 
 using Events = std::span<const std::uint8_t>;
 
-/// First event of a code at or behind `from`; -1 if there is none.
-std::int32_t NextOf(Events events, std::uint8_t code, std::int32_t from) {
-    EventCursor cursor(events, from, std::numeric_limits<std::int32_t>::max());
+/// First start in [from, last]; -1 if there is none.
+std::int32_t NextStart(Events events, std::int32_t from, std::int32_t last) {
+    EventCursor cursor(events, from, last < kEndOfData ? last + 1 : kEndOfData);
     std::int32_t i = cursor.Next();
-    while (i >= 0 && events[static_cast<std::size_t>(i)] != code) i = cursor.Next();
+    while (i >= 0 && events[static_cast<std::size_t>(i)] != event::kStart) i = cursor.Next();
     return i;
 }
 
@@ -69,7 +70,7 @@ bool StartsOpen(Events events, std::int32_t sample) {
 /// Reads what follows a transfer's start, up to its stop, the next start or so many bytes. Sample of the
 /// event that ended it; -1 at the end of data.
 std::int32_t ReadTransfer(Events events, std::size_t mostBytes, I2cTransfer& transfer) {
-    EventCursor cursor(events, transfer.Start + 1, std::numeric_limits<std::int32_t>::max());
+    EventCursor cursor(events, transfer.Start + 1, kEndOfData);
     ByteBuilder builder;
     for (std::int32_t i = cursor.Next(); i >= 0; i = cursor.Next()) {
         const std::uint8_t code = events[static_cast<std::size_t>(i)];
@@ -102,21 +103,21 @@ std::string ByteText(const I2cByte& byte, bool isAddress) {
 }  // namespace
 
 std::vector<I2cTransfer> I2cTransfers(const InstrumentState& state) {
-    return I2cTransfers(state, 0, std::numeric_limits<std::int32_t>::max());
+    return I2cTransfers(state, 0, kEndOfData);
 }
 
 std::vector<I2cTransfer> I2cTransfers(const InstrumentState& state, std::int32_t first, std::int32_t last,
                                       std::size_t mostBytes) {
     const auto& events = state.Serial.SerialEvents;
     std::vector<I2cTransfer> transfers;
-    std::int32_t next = NextOf(events, event::kStart, first);
+    std::int32_t next = NextStart(events, first, last);
     bool open = StartsOpen(events, next);
-    while (next >= 0 && next <= last) {
+    while (next >= 0) {
         transfers.push_back({.Start = next, .Repeated = open, .Bytes = {}});
         I2cTransfer& transfer = transfers.back();
         const std::int32_t reached = ReadTransfer(events, mostBytes, transfer);
         if (reached < 0) break;
-        next = NextOf(events, event::kStart, reached);
+        next = NextStart(events, reached, last);
         open = transfer.Cut ? StartsOpen(events, next) : transfer.Stop < 0;
     }
     return transfers;

@@ -243,6 +243,12 @@ TEST_F(SerialViewTest, CopiesTheRowsOnTheScreen) {
     EXPECT_EQ(View.CopyText(), "Location\tI2C\tCursor\n100\tACK(Val=0x50)\t\n110\tSTOP\t\n");
 }
 
+TEST_F(SerialViewTest, CopiesMicrowireWithoutTransfers) {
+    State->Serial.SerialMode = 2;
+    State->Serial.SerialEvents[30] = 26;
+    EXPECT_EQ(View.CopyText(), "Address\tMicrowire\tCursor\n30\tD in 1\t\n");
+}
+
 TEST_F(SerialViewTest, CopiesTheSelectedRows) {
     View.ShowTransfers(false);
     View.MouseDown(OnRow(1));
