@@ -6,6 +6,8 @@
 #include <vector>
 
 #include "cli/TerminalText.h"
+#include "hw/CaptureSetup.h"
+#include "hw/TriggerCompile.h"
 #include "trigger/CompiledTrigWords.h"
 #include "trigger/TrigCells.h"
 
@@ -13,6 +15,7 @@ namespace zu {
 namespace {
 
 constexpr int kLargestCount = 255;
+constexpr int kPodChannels = 8;
 
 /// What is wrong with a text, thrown where it is found and caught where the texts are applied.
 struct Mistake {
@@ -85,7 +88,8 @@ class ChannelFinder {
             if (!text.empty() && group.Size > 0 && ToUtf8(Trimmed(group.Name.View())) == text)
                 return OfGroup(group, text);
         }
-        throw Mistake{"no channel or group is named " + Quoted(text)};
+        throw Mistake{"no channel or group is named " + Quoted(text) +
+                      ": channels are a number, a range as 0-7, or a name"};
     }
 
     [[nodiscard]] Channels OfGroup(const GroupRecord& group, std::string_view text) const {
@@ -184,7 +188,7 @@ class TriggerReader {
         state_.Trigger.SeqList.fill(0);
         state_.Trigger.LevelCount = static_cast<std::int32_t>(levels.size());
         for (std::size_t level = 0; level < levels.size(); ++level)
-            ReadLevel(static_cast<int>(level), levels);
+            ReadLevel(static_cast<int>(level), levels[level]);
         TriggerRecord& trigger = state_.Trigger;
         trigger.EdgeList16[0] = static_cast<std::uint8_t>(edge_.Or(0));
         trigger.TrigMatchMode[0] = static_cast<std::uint8_t>(match_.Or(1));
@@ -196,17 +200,17 @@ class TriggerReader {
     }
 
   private:
-    void ReadLevel(int level, std::span<const std::string> levels) {
+    void ReadLevel(int level, std::string_view text) {
         SetAllWord(state_, 'X', level);
         state_.Trigger.SeqList[static_cast<std::size_t>(level)] = level + 1;
-        std::string_view rest = levels[static_cast<std::size_t>(level)];
         taken_.clear();
-        while (true) {
-            const std::size_t comma = rest.find(',');
+        std::string_view rest = text;
+        for (std::size_t comma = 0; comma != std::string_view::npos;) {
+            comma = rest.find(',');
             ReadTerm(level, Trimmed(rest.substr(0, comma)));
-            if (comma == std::string_view::npos) return;
-            rest.remove_prefix(comma + 1);
+            rest.remove_prefix(comma == std::string_view::npos ? rest.size() : comma + 1);
         }
+        if (taken_.empty()) throw Mistake{Quoted(text) + " asks for no channel: CHANNELS=VALUE is missing"};
     }
 
     void ReadTerm(int level, std::string_view term) {
@@ -243,7 +247,23 @@ class TriggerReader {
             throw Mistake{"channel " + std::to_string(channel) + " is asked for twice in a level"};
         }
         taken_.push_back(channel);
+        if (cell != 'X') CheckCaptured(channel);
         SetCharOfChannel(state_, channel, level, cell);
+    }
+
+    /// What a lane without samples is asked for, the instrument would leave out without a word.
+    void CheckCaptured(int channel) const {
+        const CaptureSetup setup = CaptureSetupOf(state_);
+        const int pod = channel / kPodChannels;
+        const int lane = setup.PodStep > 0 ? pod % setup.PodStep : pod;
+        if (PodMode(state_, pod, 0) != 0) {
+            throw Mistake{"channel " + std::to_string(channel) + " is no input: its pod is set otherwise"};
+        }
+        const bool blanked = lane < kBoardLanes && (BlankedLanes(setup) >> lane & 1) != 0;
+        if (blanked || GetBufLenFull(state_.Buffer.BufLen, pod) == 0) {
+            throw Mistake{"channel " + std::to_string(channel) +
+                          " takes no samples at this rate and memory mode"};
+        }
     }
 
     InstrumentState& state_;

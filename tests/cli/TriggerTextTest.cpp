@@ -89,14 +89,22 @@ TEST_F(TriggerTextTest, SetsEdgeMatchAndCount) {
 TEST_F(TriggerTextTest, SaysExactlyWhatIsWrongAndChangesNothing) {
     struct Row {
         Texts Levels;
-        const char* Error;
+        std::string Error;
     };
+    const std::string none = "\"\"";
+    const std::string unknown = "no channel or group is named ";
+    const std::string kinds = ": channels are a number, a range as 0-7, or a name";
     const std::string terms =
         "\"foo\" is no term: CHANNELS=VALUE, rising, falling, all, any, count=N, lasts=N or within=N";
     for (const Row& row : {
-             Row{{"foo"}, terms.c_str()},
-             Row{{"foo=1"}, "no channel or group is named \"foo\""},
-             Row{{"=1"}, "no channel or group is named \"\""},
+             Row{{"foo"}, terms},
+             Row{{""}, (none + terms.substr(5))},
+             Row{{"0=1,"}, (none + terms.substr(5))},
+             Row{{"foo=1"}, (unknown + "\"foo\"" + kinds)},
+             Row{{"0..7=1"}, (unknown + "\"0..7\"" + kinds)},
+             Row{{"=1"}, (unknown + "\"\"" + kinds)},
+             Row{{"rising"}, "\"rising\" asks for no channel: CHANNELS=VALUE is missing"},
+             Row{{"0=1", "count=5,any"}, "\"count=5,any\" asks for no channel: CHANNELS=VALUE is missing"},
              Row{{"TWICE=1"}, "2 channels are named \"TWICE\": name one by its number"},
              Row{{"80=1"}, "\"80\": the instrument has channels 0 to 79"},
              Row{{"70-80=1"}, "\"70-80\": the instrument has channels 0 to 79"},
@@ -128,6 +136,22 @@ TEST_F(TriggerTextTest, SaysExactlyWhatIsWrongAndChangesNothing) {
         EXPECT_EQ(State->Trigger.TrigCnt, 77);
         EXPECT_EQ(State->Trigger.TrigWord.Board, words);
     }
+}
+
+TEST_F(TriggerTextTest, RefusesChannelsThatTakeNoSamples) {
+    State->Clock.ClockRate = 1;  // lanes 1 and 3 of each board hold the samples of their neighbours
+    EXPECT_EQ(Apply({"0-7=1,16=1,32=0,40=1,72=1"}), "");
+    EXPECT_EQ(Apply({"8-15=X"}), "") << "nothing is asked for";
+    for (const int channel : {8, 15, 24, 31, 48, 64}) {
+        const std::string name = std::to_string(channel);
+        EXPECT_EQ(Apply({name + "=1"}), "channel " + name + " takes no samples at this rate and memory mode");
+    }
+    State->Clock.ClockRate = 5;
+    EXPECT_EQ(Apply({"8-15=1"}), "");
+    State->Buffer.BufLen[1] = 0;
+    EXPECT_EQ(Apply({"9=1"}), "channel 9 takes no samples at this rate and memory mode");
+    State->Pods.HardwarePod[2] = 1;
+    EXPECT_EQ(Apply({"23=1"}), "channel 23 is no input: its pod is set otherwise");
 }
 
 TEST_F(TriggerTextTest, BearsChannelsThatNoGroupShouldHold) {
