@@ -8,6 +8,7 @@
 #include "cli/TerminalHost.h"
 #include "hw/Attachment.h"
 #include "hw/Trace.h"
+#include "hw/sim/SimSpec.h"
 #include "state/Catalogue.h"
 
 namespace zu {
@@ -56,7 +57,7 @@ CliExit CannotWrite(const std::string& file, std::ostream& err) {
 
 CliExit ScanInstruments(const ScanRequest& request, std::ostream& out, std::ostream& err) {
     if (!request.Simulate.empty() && !ParseSimulate(request.Simulate)) {
-        err << "zu-cli: no instrument to simulate: " << request.Simulate << '\n';
+        err << "zu-cli: no instrument to simulate " << request.Simulate << ": " << SimulateChoices() << '\n';
         return CliExit::Usage;
     }
     std::unique_ptr<TraceFile> trace;

@@ -224,7 +224,8 @@ class Reader {
     }
 
     std::optional<CommandLineEnd> TakeSimulate(const std::string& value) {
-        if (!ParseSimulate(value)) return Misuse("no instrument to simulate " + value);
+        if (!ParseSimulate(value))
+            return Misuse("no instrument to simulate " + value + ": " + SimulateChoices());
         options_.Simulate = value;
         return std::nullopt;
     }

@@ -112,7 +112,10 @@ TEST(Scan, TellsMisuseByItsExitCode) {
     const TempFolder folder;
     const CliRun unknown = RunZuCli({"scan", "--simulate=Nothing"});
     EXPECT_EQ(unknown.Code, 2);
-    EXPECT_EQ(unknown.Err, "zu-cli: no instrument to simulate: Nothing\n");
+    EXPECT_EQ(unknown.Err,
+              "zu-cli: no instrument to simulate Nothing: MODEL[@CABLE] with a model of Pike40S, Pike80S, "
+              "Pike40L, Pike80L, Pike160L, Roach40S, Roach80S, Roach40L, Roach80L, Roach160L and a cable of "
+              "usb, isa, byte, epp, epp16, epp32\n");
     EXPECT_EQ(RunZuCli({"scan", "--simulate=15", "--wire"}).Code, 2) << "no file for it";
     EXPECT_EQ(RunZuCli({"scan", "surplus"}).Code, 2);
     const std::string lost = folder.File("missing") + "/trace";

@@ -30,6 +30,18 @@ TEST(SimSpec, Names) {
     }
 }
 
+TEST(SimSpec, TheChoicesThatAMessageListsAreAllTaken) {
+    const std::string choices = SimulateChoices();
+    EXPECT_EQ(
+        choices,
+        "MODEL[@CABLE] with a model of Pike40S, Pike80S, Pike40L, Pike80L, Pike160L, Roach40S, Roach80S, "
+        "Roach40L, Roach80L, Roach160L and a cable of usb, isa, byte, epp, epp16, epp32");
+    const std::pair<const char*, int> models[] = {
+        {"Pike40S", 1},   {"Pike80S", 2},   {"Pike40L", 3},   {"Pike80L", 4},   {"Pike160L", 5},
+        {"Roach40S", 11}, {"Roach80S", 12}, {"Roach40L", 13}, {"Roach80L", 14}, {"Roach160L", 15}};
+    for (const auto& [name, row] : models) EXPECT_EQ(ParseSimulate(name)->Row, row) << name;
+}
+
 TEST(SimSpec, RowsAndConnections) {
     const std::pair<int, std::array<int, 3>> rows[] = {
         {1, {0, 0, 1}},  {2, {0, 0, 2}},  {3, {0, 1, 1}},  {4, {0, 1, 2}},  {5, {0, 1, 4}},

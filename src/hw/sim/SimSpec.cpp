@@ -43,6 +43,19 @@ std::optional<SimSpec> ParseSimulate(std::string_view text) {
     return SimSpec{*row, *cable};
 }
 
+std::string SimulateChoices() {
+    std::string models;
+    for (int row = 0; row < kModelRows; ++row) {
+        if (!IsDetectable(row)) continue;
+        std::string_view name = Model(row).ShortName;
+        if (name.ends_with('B')) name.remove_suffix(1);
+        models += (models.empty() ? "" : ", ") + std::string(name);
+    }
+    std::string cables;
+    for (const auto& [name, cable] : kCables) cables += (cables.empty() ? "" : ", ") + std::string(name);
+    return "MODEL[@CABLE] with a model of " + models + " and a cable of " + cables;
+}
+
 std::string_view SimCableName(SimCable cable) {
     const auto found =
         std::find_if(kCables.begin(), kCables.end(), [cable](const auto& c) { return c.second == cable; });

@@ -21,6 +21,10 @@ struct SimSpec {
 /// or an unknown cable.
 std::optional<SimSpec> ParseSimulate(std::string_view text);
 
+/// What ParseSimulate takes, as a message tells it: "MODEL[@CABLE] with a model of Pike40S, … and a cable
+/// of usb, …".
+std::string SimulateChoices();
+
 /// Name of a cable as ParseSimulate takes it.
 std::string_view SimCableName(SimCable cable);
 
