@@ -237,6 +237,26 @@ TEST(HardwareAuto, ForcesOnEveryTickBehindTheDelay) {
     EXPECT_LT(calm.Ops.Writes.size() - before, forced);
 }
 
+TEST(HardwareAuto, OfTheLargeMemoryAt100MHzForcesAfterTheSecondTick) {
+    BoardBench bench(2);
+    bench.State->Clock.ClockRate = 5;
+    bench.State->Memory.BufferLen = 131072;
+    Go(bench.App);
+    EXPECT_EQ(bench.Capture().ForceDelay, 1) << "1310720 ns";
+    bench.Answer({kWaiting});
+    const std::uint16_t control = bench.Hardware.Ports.At(3, 0);
+    std::vector<int> forces;
+    for (int tick = 0; tick < 4; ++tick) {
+        bench.Ops.Writes.clear();
+        bench.Tick();
+        forces.push_back(static_cast<int>(
+            std::count_if(bench.Ops.Writes.begin(), bench.Ops.Writes.end(), [control](const auto& write) {
+                return write.first == control && (write.second & 0x60) == 0x40;
+            })));
+    }
+    EXPECT_EQ(forces, (std::vector<int>{0, 0, 1, 1}));
+}
+
 TEST(HardwareStop, HoldsTheClockAlsoWhenIdle) {
     BoardBench bench;
     Stop(bench.App);

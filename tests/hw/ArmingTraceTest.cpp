@@ -182,6 +182,19 @@ TEST(ArmingTrace, AnyBitFlipsTheEdgeAtEveryArming) {
     EXPECT_EQ(bench.State.Trigger.EdgeList16[0], 1);
 }
 
+TEST(ArmingTrace, AnyBitLeavesAnEdgeThatIsNeither) {
+    for (const int edge : {2, 17, 255}) {
+        ArmCase c = Constrained(15, true, 1);
+        c.MatchMode = 0;
+        c.Edge = edge;
+        CheckArming(c);
+        ArmBench bench(c);
+        StartCapture(bench.Hardware, bench.State, bench.Words);
+        EXPECT_EQ(bench.State.Trigger.EdgeList16[0], edge);
+        EXPECT_EQ(bench.Hardware.Shadows.At(1, 0) >> 3 & 1, 1) << "anything but 0 is falling";
+    }
+}
+
 TEST(ArmingTrace, LevelsWithHolesAndRepeatedWords) {
     for (const std::vector<int>& sequence : {std::vector<int>{1, 2, 3},
                                              {0, 2, 0, 0, 1},

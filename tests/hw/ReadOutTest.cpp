@@ -150,6 +150,7 @@ TEST(ReadOutTrace, Rate1With8000SamplesReadsFourTimes2000) {
     for (std::size_t at = 0; (at = bench.Ops.Text.find("B 0230 2000\n", at)) != std::string::npos; ++at)
         ++blocks;
     EXPECT_EQ(blocks, 12U);
+    for (const int pod : {0, 2, 4}) EXPECT_EQ(bench.Bytes(pod, 1)[0], kOld) << "index 0 of pod " << pod;
     EXPECT_EQ(std::count(bench.Ops.Text.begin(), bench.Ops.Text.end(), 'B'), 12);
 }
 
