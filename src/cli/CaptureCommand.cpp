@@ -21,6 +21,7 @@
 #include "files/DataFile.h"
 #include "hw/Attachment.h"
 #include "hw/sim/SimScenes.h"
+#include "hw/sim/SimSpec.h"
 #include "state/Catalogue.h"
 
 namespace zu {
@@ -39,15 +40,20 @@ struct Failure {
     std::string Text;
 };
 
-std::string SceneNames() {
-    std::string names;
-    for (const SimScene& scene : kSimScenes) names += (names.empty() ? "" : ", ") + std::string(scene.Name);
-    return names;
+/// Whether a file can come to stand at `name`, as far as that shows before a capture is taken.
+std::optional<Failure> CheckPlace(const std::string& name) {
+    namespace fs = std::filesystem;
+    const std::string folder = FolderOfFile(name);
+    std::error_code error;
+    if (!fs::is_directory(folder, error)) return Failure{CliExit::Problems, folder + ": no such folder"};
+    if (::access(folder.c_str(), W_OK) != 0)
+        return Failure{CliExit::Problems, folder + ": may not be written"};
+    if (fs::is_directory(name, error)) return Failure{CliExit::Problems, name + ": is a folder"};
+    return std::nullopt;
 }
 
 /// What can be told wrong without asking an instrument.
 std::optional<Failure> CheckRequest(const CaptureRequest& request) {
-    namespace fs = std::filesystem;
     if (LoadTypeOf(request.Output) != "ZU") {
         return Failure{CliExit::Usage, request.Output + ": the name of a capture ends in .zu"};
     }
@@ -57,8 +63,7 @@ std::optional<Failure> CheckRequest(const CaptureRequest& request) {
     }
     if (!request.Simulate.empty() && !ParseSimulate(request.Simulate)) {
         return Failure{CliExit::Usage,
-                       "no instrument to simulate " + request.Simulate +
-                           ": MODEL[@CABLE], with the cable isa, byte, epp, epp16, epp32 or usb"};
+                       "no instrument to simulate " + request.Simulate + ": " + SimulateChoices()};
     }
     if (!request.Scene.empty() && request.Simulate.empty()) {
         return Failure{CliExit::Usage, "--scene needs --simulate: an instrument has signals of its own"};
@@ -66,12 +71,7 @@ std::optional<Failure> CheckRequest(const CaptureRequest& request) {
     if (!request.Scene.empty() && FindSimScene(request.Scene) == nullptr) {
         return Failure{CliExit::Usage, "no scene " + request.Scene + "; there are " + SceneNames()};
     }
-    const std::string folder = FolderOfFile(request.Output);
-    std::error_code error;
-    if (!fs::is_directory(folder, error)) return Failure{CliExit::Problems, folder + ": no such folder"};
-    if (::access(folder.c_str(), W_OK) != 0)
-        return Failure{CliExit::Problems, folder + ": may not be written"};
-    return std::nullopt;
+    return CheckPlace(NumberedName(request.Output, 0, request.Count));
 }
 
 /// One run: the program's state on an instrument, without windows.
@@ -98,9 +98,10 @@ class CaptureRun {
         if (auto failure = Prepare()) return failure;
         Introduce();
         for (int index = 0; index < request_.Count; ++index) {
+            if (InterruptScope::Hit()) return Interrupted();
             if (auto failure = CaptureOne(index)) return failure;
         }
-        return std::nullopt;
+        return cutShort_ ? std::optional(Interrupted()) : std::nullopt;
     }
 
     void Say(const std::string& text) { err_ << "zu-cli: " << text << '\n' << std::flush; }
@@ -112,7 +113,9 @@ class CaptureRun {
     void Introduce();
     std::optional<Failure> CaptureOne(int index);
     std::optional<Failure> Wait(const std::string& label);
-    std::optional<Failure> CheckWait(Clock::time_point deadline, bool& forced);
+    std::optional<Failure> CheckWait(const std::string& label, Clock::time_point deadline, bool& forced);
+    [[nodiscard]] Failure OutOfTime() const;
+    [[nodiscard]] Failure Interrupted() const;
     void TellStatus(const std::string& label);
     std::optional<Failure> Save(int index, const std::string& label, double seconds);
     [[nodiscard]] double FillSeconds() const;
@@ -127,6 +130,7 @@ class CaptureRun {
     App app_{*state_, host_, windows_, hardware_};
     CaptureReport report_;
     int told_ = -1;
+    bool cutShort_ = false;  ///< the last capture was forced by an interruption
 };
 
 std::optional<Failure> CaptureRun::Connect() {
@@ -205,7 +209,7 @@ std::optional<Failure> CaptureRun::CaptureOne(int index) {
     const std::uint8_t edge = state_->Trigger.EdgeList16[0];
     const auto began = Clock::now();
     told_ = -1;
-    if (auto failure = Wait(label)) return failure;
+    if (auto failure = Wait(label)) return Failure{failure->Code, label + failure->Text};
     const std::chrono::duration<double> took = Clock::now() - began;
     auto failure = Save(index, label, took.count());
     state_->Trigger.EdgeList16[0] = edge;  // "any" alternates it from one arming to the next
@@ -223,7 +227,7 @@ std::optional<Failure> CaptureRun::Wait(const std::string& label) {
         TimerBody(app_, kHardwareTimer);
         TellStatus(label);
         if (state_->Capture.CaptureState == 0) break;
-        if (auto failure = CheckWait(deadline, forced)) return failure;
+        if (auto failure = CheckWait(label, deadline, forced)) return failure;
         if (state_->Capture.CaptureState != 0) std::this_thread::sleep_for(kPollPause);
     }
     if (forced || state_->Capture.CaptureCount > 0) return std::nullopt;
@@ -233,25 +237,40 @@ std::optional<Failure> CaptureRun::Wait(const std::string& label) {
                                              : "the instrument could not be armed"};
 }
 
-std::optional<Failure> CaptureRun::CheckWait(Clock::time_point deadline, bool& forced) {
-    if (InterruptScope::Hit()) {
-        Stop(app_);
-        return Failure{CliExit::Interrupted, "interrupted; the instrument is stopped"};
-    }
+std::optional<Failure> CaptureRun::CheckWait(const std::string& label, Clock::time_point deadline,
+                                             bool& forced) {
     if (UsbInForce(hardware_) && UsbStatus(hardware_) != kUsbWell) {
         Stop(app_);
         return Failure{CliExit::NoInstrument, "the instrument does not answer any more"};
     }
-    if (Clock::now() < deadline) return std::nullopt;
-    if (request_.Force) {
-        forced = true;
-        End(app_);
-        return std::nullopt;
+    const bool interrupted = InterruptScope::Hit();
+    if (!interrupted && Clock::now() < deadline) return std::nullopt;
+    const Failure failure = interrupted ? Interrupted() : OutOfTime();
+    if (!request_.Force) {
+        Stop(app_);
+        return failure;
     }
+    Say(label + (interrupted ? "interrupted" : "out of time") + "; what the memory holds is saved");
+    cutShort_ = interrupted;
+    forced = true;
+    End(app_);
+    return std::nullopt;
+}
+
+Failure CaptureRun::OutOfTime() const {
     const bool triggered = state_->Capture.TrigStat == 1;
-    Stop(app_);
-    return Failure{CliExit::NoTrigger,
-                   triggered ? "triggered, but the memory did not fill in time" : "no trigger came in time"};
+    const std::string what =
+        triggered ? "triggered, but the memory did not fill in time" : "no trigger came in time";
+    return {CliExit::NoTrigger, what + "; --timeout waits longer, --force saves what the memory holds"};
+}
+
+Failure CaptureRun::Interrupted() const {
+    std::string text = "interrupted; the instrument is stopped";
+    if (request_.Count > 1) {
+        text += "; " + std::to_string(report_.Captures.size()) + " of " + std::to_string(request_.Count) +
+                " captures are saved";
+    }
+    return {CliExit::Interrupted, text};
 }
 
 void CaptureRun::TellStatus(const std::string& label) {
@@ -272,6 +291,12 @@ std::optional<Failure> CaptureRun::Save(int index, const std::string& label, dou
 }
 
 }  // namespace
+
+std::string SceneNames() {
+    std::string names;
+    for (const SimScene& scene : kSimScenes) names += (names.empty() ? "" : ", ") + std::string(scene.Name);
+    return names;
+}
 
 std::string NumberedName(const std::string& name, int index, int count) {
     if (count == 1) return name;

@@ -28,6 +28,9 @@ struct CaptureRequest {
 /// Arms the instrument, waits and saves, as many times as asked for. What was saved before a failure stays.
 CliExit TakeCaptures(const CaptureRequest& request, std::ostream& out, std::ostream& err);
 
+/// The scenes of the simulated instrument with commas between them.
+std::string SceneNames();
+
 /// Name of capture `index`, from 0: "out.zu" of one alone, else "out-1.zu" … with as many digits as the last.
 std::string NumberedName(const std::string& name, int index, int count);
 

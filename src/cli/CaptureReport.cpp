@@ -85,7 +85,7 @@ std::string CaptureReport::Headline() const {
     std::string line = Model;
     if (!Simulated.empty()) line += ", simulated, scene " + Scene;
     line += ": " + std::to_string(Channels) + " channels, " + std::to_string(Samples) + " samples at ";
-    const std::string rate = ForTerminal(Trimmed(RateStatusText(ClockType, RateCode)));
+    const std::string rate = ForTerminal(Squeezed(RateStatusText(ClockType, RateCode)));
     line += rate.empty() ? "an external clock" : rate;
     return line + ", trigger at sample " + std::to_string(Position);
 }

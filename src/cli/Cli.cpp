@@ -42,6 +42,13 @@ const CLI::Validator kSize(
 const CLI::Validator kZoom(
     [](std::string& text) { return text == "0" ? std::string("there is no zoom 0") : std::string{}; }, "");
 
+/// A value that begins as an option does is one: the option's own value was forgotten.
+const CLI::Validator kNoOption(
+    [](std::string& text) {
+        return text.starts_with('-') ? "a value is missing ahead of " + text : std::string{};
+    },
+    "");
+
 /// The commands with their options; what was given lands in the requests.
 class CommandLine {
   public:
@@ -95,35 +102,55 @@ class CommandLine {
     void AddCapture() {
         capture_ = app_.add_subcommand("capture", "Take captures with the instrument and save them");
         CaptureRequest& request = captureRequest_;
-        capture_->add_option("-o,--output", request.Output, "data file to write (.zu)")->required();
-        capture_->add_option("--simulate", request.Simulate,
-                             "MODEL[@CABLE]: the simulated instrument instead of the connected one");
-        capture_->add_option("--scene", request.Scene, "signals of the simulated instrument");
-        capture_->add_option("--settings", request.Settings,
-                             "settings file (.ini) or data file (.zu) to start from");
-        capture_->add_option("--rate", request.Rate, "sample rate, as 100MHz or 10ns");
-        capture_->add_option("--mode", request.Mode, "memory mode by its number");
+        AddSource(request);
         AddTrigger(request);
         capture_->add_option("--count", request.Count, "captures to take; more than one get numbered names")
-            ->check(CLI::Range(1, kMostCaptures));
+            ->type_name("N")
+            ->check(CLI::Range(1, kMostCaptures).description(""));
         capture_
             ->add_option("--timeout", request.TimeoutS,
                          "seconds for the trigger of each capture to come, 0 without end")
-            ->check(CLI::Range(0.0, kLongestTimeoutS))
+            ->type_name("SECONDS")
+            ->check(CLI::Range(0.0, kLongestTimeoutS).description(""))
             ->capture_default_str();
         capture_->add_flag("--force", request.Force,
-                           "when the time is over, save what the memory holds by then");
+                           "when the time is over, or at Ctrl+C, save what the memory holds by then");
         capture_->add_flag("--json", request.Json, "a summary as one JSON object, for programs");
+    }
+    /// Where the captures come from and how they are sampled.
+    void AddSource(CaptureRequest& request) {
+        capture_->add_option("-o,--output", request.Output, "data file to write (.zu)")
+            ->type_name("FILE")
+            ->required();
+        capture_
+            ->add_option("--simulate", request.Simulate,
+                         "the simulated instrument instead of the connected one, as Roach40L or Pike80S@epp")
+            ->type_name("MODEL[@CABLE]")
+            ->check(kNoOption);
+        capture_->add_option("--scene", request.Scene, "signals of the simulated instrument: " + SceneNames())
+            ->type_name("NAME")
+            ->check(kNoOption);
+        capture_
+            ->add_option("--settings", request.Settings,
+                         "settings file (.ini) or data file (.zu) to start from")
+            ->type_name("FILE");
+        capture_->add_option("--rate", request.Rate, "sample rate, as 100MHz or 10ns")
+            ->type_name("RATE")
+            ->check(kNoOption);
+        capture_->add_option("--mode", request.Mode, "memory mode by its number")->type_name("N");
     }
     void AddTrigger(CaptureRequest& request) {
         capture_
-            ->add_option("--trigger", request.Trigger,
-                         "CHANNELS=VALUE,... as 0-7=0x40 or CLK=1, with rising, falling, all, any, count=N, "
-                         "lasts=N, within=N; again for the next level")
+            ->add_option(
+                "--trigger", request.Trigger,
+                "CHANNELS=VALUE,... as 0-7=0x40 or CLK=1, with rising, falling, all, any, count=N, "
+                "lasts=N, within=N; again for the next level (default: that of the settings, else none)")
+            ->type_name("TERMS")
             ->expected(1)
             ->take_all();
         capture_->add_option("--position", request.Position, "sample at which the trigger stands")
-            ->check(CLI::Range(0, INT32_MAX));
+            ->type_name("N")
+            ->check(CLI::Range(0, INT32_MAX).description(""));
     }
 
     void AddScan() {

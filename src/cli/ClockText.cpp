@@ -51,14 +51,6 @@ bool Offered(const InstrumentState& state, int code) {
            RateEntryEnabled(state.Identity.HardwareType, code);
 }
 
-std::string Squeezed(std::string_view text) {
-    std::string squeezed;
-    for (const char c : Trimmed(text)) {
-        if (c != ' ' || squeezed.back() != ' ') squeezed += c;
-    }
-    return squeezed;
-}
-
 std::string OfferedModes(const App& app) {
     std::string modes;
     for (int mode = 0; mode < kMemoryModes; ++mode) {

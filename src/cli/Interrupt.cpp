@@ -18,11 +18,14 @@ InterruptScope::InterruptScope() {
     sigemptyset(&action.sa_mask);
     ::sigaction(SIGINT, &action, &interrupt_);
     ::sigaction(SIGTERM, &action, &terminate_);
+    ::sigaction(SIGHUP, nullptr, &hangUp_);
+    if (hangUp_.sa_handler != SIG_IGN) ::sigaction(SIGHUP, &action, nullptr);
 }
 
 InterruptScope::~InterruptScope() {
     ::sigaction(SIGINT, &interrupt_, nullptr);
     ::sigaction(SIGTERM, &terminate_, nullptr);
+    ::sigaction(SIGHUP, &hangUp_, nullptr);
 }
 
 bool InterruptScope::Hit() {

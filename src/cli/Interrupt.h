@@ -4,7 +4,8 @@
 
 namespace zu {
 
-/// For the length of a scope SIGINT and SIGTERM do not end the process but are noted.
+/// For the length of a scope SIGINT, SIGTERM and SIGHUP do not end the process but are noted. A SIGHUP that
+/// was ignored, as behind nohup, stays so.
 class InterruptScope {
   public:
     InterruptScope();
@@ -18,6 +19,7 @@ class InterruptScope {
   private:
     struct sigaction interrupt_ {};
     struct sigaction terminate_ {};
+    struct sigaction hangUp_ {};
 };
 
 }  // namespace zu

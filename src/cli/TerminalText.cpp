@@ -68,4 +68,12 @@ std::string_view Trimmed(std::string_view text) {
                                            : text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
+std::string Squeezed(std::string_view text) {
+    std::string squeezed;
+    for (const char c : Trimmed(text)) {
+        if (c != ' ' || squeezed.back() != ' ') squeezed += c;
+    }
+    return squeezed;
+}
+
 }  // namespace zu

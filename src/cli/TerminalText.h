@@ -13,5 +13,7 @@ std::string ForTerminal(std::string_view latin1);
 bool IsUtf8(std::string_view bytes);
 /// Without blanks at both ends.
 std::string_view Trimmed(std::string_view text);
+/// The same, and with one blank where several stand inside.
+std::string Squeezed(std::string_view text);
 
 }  // namespace zu
