@@ -47,6 +47,8 @@ TEST_F(SerialViewTest, ScrollsByRowsAndPages) {
     EXPECT_EQ(After(ScrollCode::LineBack), 10);
     EXPECT_EQ(After(ScrollCode::Bottom), 70) << "the last page is full";
     EXPECT_EQ(After(ScrollCode::Top), 10);
+    State->Cursors.Cur[1] = 150;
+    EXPECT_EQ(After(ScrollCode::Bottom), 70) << "a cursor behind the last event counts for nothing";
 }
 
 TEST_F(SerialViewTest, NoScrollLeavesTheRange) {
