@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 
+#include "display/TimeText.h"
 #include "trigger/TrigCells.h"
 
 namespace zu {
@@ -186,6 +187,15 @@ std::string_view SearchWordEdit::Fill(int entry) {
         return {};
     }
     return FallBack();
+}
+
+std::string SearchPlaceText(const InstrumentState& state) {
+    const bool timing = state.Windows.ActiveView == 0;
+    const std::int32_t sample =
+        std::max(timing ? state.Timing.TimingDataPos : state.StateList.StateDataPos, 0);
+    std::string text = "From sample " + std::to_string(sample);
+    if (RateOf(state) > 0) text += " (" + TimeText(std::int64_t{sample}, RateOf(state), kTimeRateUnit) + ")";
+    return text + (timing ? " of the Timing view" : " of the Statelist");
 }
 
 std::vector<std::string> SearchFillTexts(const InstrumentState& state) {

@@ -57,6 +57,9 @@ class SearchWordEdit {
     bool told_ = false;
 };
 
+/// Where a search sets out: the active view and the first sample that it shows.
+std::string SearchPlaceText(const InstrumentState& state);
+
 /// Entries of the list "Set all bits": a title that does nothing, three fills, the sixteen trigger words.
 std::vector<std::string> SearchFillTexts(const InstrumentState& state);
 

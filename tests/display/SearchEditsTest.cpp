@@ -145,6 +145,17 @@ TEST(SearchEdits, OpeningInAnotherBaseWithAnXFallsBackOnce) {
     EXPECT_EQ(next.Open(), "") << "already binary";
 }
 
+TEST(SearchEdits, TellsWhereASearchSetsOut) {
+    const auto state = MakeSearchState();
+    state->Timing.TimingDataPos = 1500;
+    state->StateList.StateDataPos = -7;
+    EXPECT_EQ(SearchPlaceText(*state), "From sample 1500 (15,000ns) of the Timing view");
+    state->Windows.ActiveView = 1;
+    EXPECT_EQ(SearchPlaceText(*state), "From sample 0 (0ns) of the Statelist");
+    state->Clock.ClockType = 1;
+    EXPECT_EQ(SearchPlaceText(*state), "From sample 0 of the Statelist") << "an external clock has no rate";
+}
+
 TEST(SearchEdits, ListsFillsAndTriggerLevels) {
     const auto state = MakeSearchState();
     state->Trigger.TrigWordName[0] = "0Event";

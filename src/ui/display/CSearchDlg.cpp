@@ -15,7 +15,7 @@
 #include <QVBoxLayout>
 
 #include "display/GroupEdits.h"
-#include "trigger/TrigCells.h"
+#include "trigger/FieldEdits.h"
 #include "ui/QtText.h"
 #include "ui/display/CChoiceBox.h"
 
@@ -23,6 +23,21 @@ namespace zu {
 namespace {
 
 constexpr int kPatternLimit = 64;
+
+/// Base of the rules by which a field of this base is typed into.
+int FieldBaseOf(int base) {
+    if (base == kSearchHex) return kBaseHex;
+    return base == kSearchBinary ? kBaseBinary : kBaseDecimal;
+}
+
+/// Byte that a key types: '\b' for a plain backspace, '\0' for keys that type nothing. What is not ASCII is
+/// a byte that no base takes.
+char ByteOf(const QKeyEvent& event) {
+    if (event.key() == Qt::Key_Backspace) return event.modifiers() == Qt::NoModifier ? '\b' : '\0';
+    const QString text = event.text();
+    if (text.size() != 1 || !text[0].isPrint()) return '\0';
+    return text[0].unicode() < 128 ? text[0].toLatin1() : '\x7F';
+}
 
 /// A field that takes the bytes of its base, overtypes when it is full, and beeps at all others.
 class CellField final : public QLineEdit {
@@ -34,24 +49,47 @@ class CellField final : public QLineEdit {
                             : base == kSearchHex  ? "[0-9a-fA-F]*"
                                                   : "[0-9]*";
         setValidator(new QRegularExpressionValidator(QRegularExpression(QString::fromLatin1(taken)), this));
-        setFixedWidth(fontMetrics().horizontalAdvance(QString(std::min(limit, 24), u'M')) + 16);
+        setMinimumWidth(fontMetrics().horizontalAdvance(QString(std::min(limit, 24), u'M')) + 16);
     }
 
   protected:
     void keyPressEvent(QKeyEvent* event) override {
-        const QString text = event->text();
-        if (text.size() != 1 || !text[0].isPrint()) return QLineEdit::keyPressEvent(event);
-        const char key = text[0].unicode() < 128 ? text[0].toLatin1() : '\0';
-        if (!SearchFieldTakes(base_, key)) return host_.Beep();
-        const bool full = this->text().size() >= maxLength() && !hasSelectedText();
-        if (full && cursorPosition() < maxLength()) setSelection(cursorPosition(), 1);
+        const char key = ByteOf(*event);
+        if (key == '\0') return QLineEdit::keyPressEvent(event);
+        if (key != '\b' && !SearchFieldTakes(base_, key)) return host_.Beep();
+        BaseEdit edit(FieldBaseOf(base_), maxLength());
+        const bool selected = hasSelectedText();
+        const int begin = selected ? selectionStart() : cursorPosition();
+        edit.Field = {ToState(text()), begin, selected ? selectionEnd() : begin};
+        if (edit.Key(key).Action == KeyAction::Replaced) return Take(edit.Field);
+        // The rules look at the first fifty bytes of a field; a longer one overtypes as well.
+        const bool full = text().size() >= maxLength() && !selected;
+        if (key != '\b' && full && begin < maxLength()) setSelection(begin, 1);
         QLineEdit::keyPressEvent(event);
     }
 
   private:
+    void Take(const FieldText& field) {
+        selectAll();
+        insert(FromState(field.Text));
+        setCursorPosition(field.SelStart);
+    }
+
     zu::Host& host_;
     int base_;
 };
+
+/// A field under the numbers of its channels.
+QWidget* Captioned(CellField* field, int pod, QWidget* parent) {
+    auto* box = new QWidget(parent);
+    auto* layout = new QVBoxLayout(box);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto* caption = new QLabel(QStringLiteral("%1..%2").arg(pod * 8 + 7).arg(pod * 8), box);
+    caption->setBuddy(field);
+    layout->addWidget(caption);
+    layout->addWidget(field);
+    return box;
+}
 
 /// Place of a base in its list; both decimal ones share theirs.
 int ListRowOf(int base) {
@@ -64,17 +102,22 @@ CSearchDlg::CSearchDlg(App& app, Search search, QWidget* parent)
     : CSizedDialog(app.State.Windows, "Search", parent),
       app_(app),
       search_(std::move(search)),
-      edit_(app.State) {
+      edit_(app.State),
+      place_(new QLabel(this)) {
     setWindowTitle(QStringLiteral("Search"));
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(MakeModes());
     layout->addWidget(parallel_ = MakeParallel());
     layout->addWidget(serial_ = MakeSerial());
     layout->addStretch();
+    layout->addWidget(place_);
     layout->addLayout(MakeButtons());
+    place_->setObjectName(QStringLiteral("Place"));
     Tell(edit_.Open());
     ShowFields();
     ShowMode();
+    ShowPlace();
+    StartTyping();
 }
 
 void CSearchDlg::Tell(std::string_view message) {
@@ -102,7 +145,7 @@ QWidget* CSearchDlg::MakeSerial() {
     SearchRecord& record = app_.State.Search;
     auto* box = new QGroupBox(QStringLiteral("Serial search"), this);
     auto* form = new QFormLayout(box);
-    auto* pattern = new CellField(app_.Host, kSearchBinary, kPatternLimit, box);
+    auto* pattern = pattern_ = new CellField(app_.Host, kSearchBinary, kPatternLimit, box);
     pattern->setObjectName(QStringLiteral("Pattern"));
     pattern->setText(FromState(record.SearchWord.View()));
     connect(pattern, &QLineEdit::textEdited, this,
@@ -153,7 +196,10 @@ QLayout* CSearchDlg::MakeButtons() {
             forward ? QStringLiteral("Search &forward") : QStringLiteral("Search &backward"), this);
         button->setObjectName(forward ? QStringLiteral("Forward") : QStringLiteral("Backward"));
         button->setDefault(forward);
-        connect(button, &QPushButton::clicked, this, [this, forward] { search_(forward); });
+        connect(button, &QPushButton::clicked, this, [this, forward] {
+            search_(forward);
+            ShowPlace();
+        });
         auto* key = new QAction(this);
         key->setShortcut(forward ? QKeySequence(Qt::Key_F3) : QKeySequence(Qt::SHIFT | Qt::Key_F3));
         connect(key, &QAction::triggered, button, &QPushButton::click);
@@ -172,6 +218,16 @@ void CSearchDlg::ShowMode() {
     parallel_->setEnabled(!serial);
 }
 
+void CSearchDlg::ShowPlace() {
+    place_->setText(FromState(SearchPlaceText(app_.State)));
+}
+
+/// The keyboard begins in the first field of the search that is chosen.
+void CSearchDlg::StartTyping() {
+    QLineEdit* first = app_.State.Search.SearchMode == 'S' ? pattern_ : parallel_->findChild<QLineEdit*>();
+    if (first != nullptr) first->setFocus(Qt::TabFocusReason);
+}
+
 void CSearchDlg::ShowRow(int row) {
     app_.State.Search.SearchLen = static_cast<std::int8_t>(row);
     ShowFields();
@@ -188,6 +244,7 @@ void CSearchDlg::ShowFields() {
     }
     for (const int pod : SearchPods(app_.State, ShownSearchRow(app_.State))) {
         auto* field = new CellField(app_.Host, base, SearchFieldLimit(base), parallel_);
+        field->setFixedWidth(field->minimumWidth());
         field->setObjectName(QStringLiteral("Pod%1").arg(pod));
         field->setAccessibleName(QStringLiteral("Channels %1 to %2").arg(pod * 8 + 7).arg(pod * 8));
         field->setToolTip(field->accessibleName());
@@ -199,7 +256,7 @@ void CSearchDlg::ShowFields() {
         connect(field, &QLineEdit::editingFinished, field, [&state = app_.State, field, pod] {
             field->setText(FromState(SearchFieldText(state, pod)));
         });
-        cells_->addWidget(field);
+        cells_->addWidget(Captioned(field, pod, parallel_));
     }
     cells_->addStretch();
 }

@@ -8,6 +8,7 @@
 
 class QComboBox;
 class QHBoxLayout;
+class QLabel;
 class QLayout;
 class QLineEdit;
 class QRadioButton;
@@ -34,6 +35,8 @@ class CSearchDlg final : public CSizedDialog {
     void ShowMode();
     void ShowRow(int row);
     void ShowFields();
+    void ShowPlace();
+    void StartTyping();
     void SelectBase(int row);
     void Fill(int entry);
     void Tell(std::string_view message);
@@ -43,6 +46,8 @@ class CSearchDlg final : public CSizedDialog {
     SearchWordEdit edit_;
     QRadioButton* parallelMode_ = nullptr;
     QRadioButton* serialMode_ = nullptr;
+    QLabel* place_;
+    QLineEdit* pattern_ = nullptr;
     QWidget* parallel_ = nullptr;
     QWidget* serial_ = nullptr;
     QComboBox* rows_ = nullptr;

@@ -15,6 +15,11 @@
 #include "ui/display/CGroupDef.h"
 
 namespace zu {
+namespace {
+
+constexpr int kGroupRowLength = 20;  // characters: a number and the longest name
+
+}  // namespace
 
 CStateListSetup::CStateListSetup(App& app, ColorChooser& colors, QWidget* parent)
     : CEditDialog(app, colors, "StateListSetup", parent),
@@ -25,6 +30,7 @@ CStateListSetup::CStateListSetup(App& app, ColorChooser& colors, QWidget* parent
     column_->setObjectName(QStringLiteral("Column"));
     group_->setObjectName(QStringLiteral("Group"));
     format_->setObjectName(QStringLiteral("Format"));
+    group_->setMinimumContentsLength(kGroupRowLength);
     for (int column = 0; column < kGroupCount; ++column) column_->addItem(QString::number(column));
     for (const std::string_view format : kStateFormats) format_->addItem(FromState(format));
     connect(column_, &QComboBox::currentIndexChanged, this, &CStateListSetup::SelectColumn);

@@ -1,4 +1,5 @@
 // The search dialog and the setup of the Statelist's columns.
+#include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
 
@@ -64,6 +65,69 @@ TEST_F(SearchDlg, AFieldOvertypesAndStoresAtOnce) {
     EXPECT_EQ(Cells(4), "XXXXXXX1");
     Field("Pod3").setFocus();
     EXPECT_EQ(Field("Pod4").text(), "XXXXXXX1") << "left, it shows what is stored";
+}
+
+TEST_F(SearchDlg, ABackspaceInAFullBinaryFieldLeavesTheCaret) {
+    Open();
+    QLineEdit& field = Field("Pod4");
+    field.setText("10X10011");
+    field.setFocus();
+    field.setCursorPosition(3);
+    QTest::keyClick(&field, Qt::Key_Backspace);
+    EXPECT_EQ(field.text(), "1010011") << "the rest moved left";
+    EXPECT_EQ(field.cursorPosition(), 3);
+    EXPECT_EQ(Cells(4), "X1010011") << "stored at once, with X in front";
+    QTest::keyClick(&field, Qt::Key_Backspace);
+    EXPECT_EQ(field.text(), "100011") << "a shorter text is edited as any other";
+    EXPECT_EQ(field.cursorPosition(), 2);
+    field.setText("10110011");
+    field.setCursorPosition(0);
+    QTest::keyClick(&field, Qt::Key_Backspace);
+    EXPECT_EQ(field.text(), "10110011") << "nothing stands before the caret";
+    EXPECT_EQ(bench.Host.Beeps, 0);
+}
+
+TEST_F(SearchDlg, TheLongPatternOvertypesAsWell) {
+    State().Search.SearchMode = 'S';
+    State().Search.SearchWord = std::string(64, 'X');
+    Open();
+    QLineEdit& pattern = Field("Pattern");
+    pattern.setCursorPosition(2);
+    QTest::keyClicks(&pattern, "01");
+    EXPECT_EQ(State().Search.SearchWord.View(), "XX01" + std::string(60, 'X'));
+    pattern.setCursorPosition(64);
+    QTest::keyClicks(&pattern, "1");
+    EXPECT_EQ(pattern.text().size(), 64) << "full, and the caret stands behind it";
+}
+
+TEST_F(SearchDlg, TypingStartsInTheFirstField) {
+    Open();
+    EXPECT_TRUE(Field("Pod4").hasFocus());
+    EXPECT_EQ(Field("Pod4").selectedText(), "00000000");
+    State().Search.SearchMode = 'S';
+    Open();
+    EXPECT_TRUE(Field("Pattern").hasFocus());
+    QTest::keyClick(&Field("Pattern"), Qt::Key_Return);
+    EXPECT_EQ(searches, std::vector<bool>{true}) << "Enter searches";
+}
+
+TEST_F(SearchDlg, FieldsTellTheirChannels) {
+    CSearchDlg& dialog = Open();
+    QStringList captions;
+    for (const QLabel* label : dialog.findChildren<QLabel*>()) {
+        if (qobject_cast<QLineEdit*>(label->buddy()) != nullptr) captions << label->text();
+    }
+    for (const char* text : {"39..32", "7..0"}) EXPECT_TRUE(captions.contains(QString(text))) << text;
+}
+
+TEST_F(SearchDlg, TellsWhereTheNextSearchStarts) {
+    State().Timing.TimingDataPos = 12;
+    CSearchDlg& dialog = Open();
+    const auto* place = test::Find<QLabel>(dialog, "Place");
+    EXPECT_TRUE(place->text().startsWith("From sample 12 ")) << place->text().toStdString();
+    State().Timing.TimingDataPos = 40;
+    Click(dialog, "Forward");
+    EXPECT_TRUE(place->text().startsWith("From sample 40 ")) << place->text().toStdString();
 }
 
 TEST_F(SearchDlg, BasesChangeTheFields) {
