@@ -3,6 +3,7 @@
 #include <emmintrin.h>
 #include <memory>
 
+#include "NullCanvas.h"
 #include "display/TimingPainter.h"
 #include "serial/SpiDecoder.h"
 #include "state/Model.h"
@@ -14,32 +15,6 @@ constexpr int kRow = 15;  // 160 channels in 20 pods
 constexpr int kLines = 40;
 constexpr std::int32_t kWidth = 1600;
 constexpr std::int32_t kHeight = 36 + kLines * 19;
-
-/// A canvas that takes everything and draws nothing.
-class NullCanvas final : public Canvas {
-  public:
-    std::uint64_t Points = 0;
-    std::int32_t Width() const override { return kWidth; }
-    std::int32_t Height() const override { return kHeight; }
-    const zu::Metrics& FontMetrics() const override { return metrics_; }
-    std::int32_t TextWidth(FontId, std::string_view text) const override {
-        return static_cast<std::int32_t>(text.size()) * metrics_.Advance;
-    }
-    std::int32_t TextHeight(FontId) const override { return metrics_.TextHeight; }
-    void SetPen(Rgb) override {}
-    void SetTextColor(Rgb) override {}
-    void SetFont(FontId) override {}
-    void MoveTo(std::int32_t, std::int32_t) override {}
-    void LineTo(std::int32_t, std::int32_t) override { ++Points; }
-    void Polyline(std::span<const Point> points) override { Points += points.size(); }
-    void FillRect(const Rect&, Rgb) override {}
-    void TextOut(std::int32_t, std::int32_t, std::string_view) override {}
-    void PushClip(const Rect&) override {}
-    void PopClip() override {}
-
-  private:
-    zu::Metrics metrics_;
-};
 
 enum Signal { kIdle, kSlow, kBusy };
 
@@ -94,7 +69,7 @@ BENCHMARK(BM_OnePass)->Arg(524288)->Arg(2097152)->Unit(benchmark::kMicrosecond);
 void BM_PaintFull(benchmark::State& run) {
     const auto state = Filled(static_cast<std::int32_t>(run.range(0)), static_cast<Signal>(run.range(2)));
     state->Timing.ScreenZoom = static_cast<std::int32_t>(run.range(1));
-    NullCanvas canvas;
+    NullCanvas canvas(kWidth, kHeight);
     const auto scratch = std::make_unique<PaintScratch>();
     for (auto _ : run) PaintTiming(*state, {kWidth, kHeight}, canvas, *scratch);
     SetBytes(run, *state);
@@ -112,7 +87,7 @@ void BM_PaintGroups(benchmark::State& run) {
         state->Timing.LineMode[line] = static_cast<std::int8_t>(run.range(1));
     }
     state->Timing.ScreenZoom = static_cast<std::int32_t>(run.range(2));
-    NullCanvas canvas;
+    NullCanvas canvas(kWidth, kHeight);
     const auto scratch = std::make_unique<PaintScratch>();
     for (auto _ : run) PaintTiming(*state, {kWidth, 36 + kLines * 261}, canvas, *scratch);
 }
@@ -146,7 +121,7 @@ void BM_PaintCurves(benchmark::State& run) {
         state->Timing.LineStyle[line] = 7;
     }
     state->Timing.ScreenZoom = -4000;
-    NullCanvas canvas;
+    NullCanvas canvas(kWidth, kHeight);
     const auto scratch = std::make_unique<PaintScratch>();
     for (auto _ : run) PaintTiming(*state, {kWidth, 36 + kLines * 23}, canvas, *scratch);
 }
@@ -159,7 +134,7 @@ void BM_PaintAllChannels(benchmark::State& run) {
     const auto state = Filled(2097152, static_cast<Signal>(run.range(1)));
     state->Timing.TimingLines = 160;
     state->Timing.ScreenZoom = static_cast<std::int32_t>(run.range(0));
-    NullCanvas canvas;
+    NullCanvas canvas(kWidth, kHeight);
     const auto scratch = std::make_unique<PaintScratch>();
     for (auto _ : run) PaintTiming(*state, {kWidth, 36 + 160 * 19}, canvas, *scratch);
 }
@@ -189,7 +164,7 @@ void BM_PaintSpi(benchmark::State& run) {
     state->Timing.TimingLines = kSpiSlots;
     state->Timing.ScreenZoom = static_cast<std::int32_t>(run.range(0));
     state->Timing.TimingDataPos = run.range(0) == -4000 ? 0 : kLength - 20000;
-    NullCanvas canvas;
+    NullCanvas canvas(kWidth, kHeight);
     const auto scratch = std::make_unique<PaintScratch>();
     for (auto _ : run) PaintTiming(*state, {kWidth, kHeight}, canvas, *scratch);
 }
@@ -202,7 +177,7 @@ void BM_MeasureAllColumns(benchmark::State& run) {
     for (std::uint8_t column = 0; column < 8; ++column) {
         state->Timing.TimingDisp[column] = {static_cast<std::uint8_t>(5 + column), 0, 0};
     }
-    NullCanvas canvas;
+    NullCanvas canvas(kWidth, kHeight);
     const auto scratch = std::make_unique<PaintScratch>();
     for (auto _ : run) {
         scratch->Measures.Invalidate();
@@ -219,7 +194,7 @@ void BM_CursorDrag(benchmark::State& run) {
         state->Timing.TimingDisp[column] = {static_cast<std::uint8_t>(5 + column),
                                             static_cast<std::uint8_t>(column == 0 ? run.range(1) : 0), 0};
     }
-    NullCanvas canvas;
+    NullCanvas canvas(kWidth, kHeight);
     const auto scratch = std::make_unique<PaintScratch>();
     for (auto _ : run) {
         state->Cursors.Cur[1] = (state->Cursors.Cur[1] + 4000) % 2097152;
