@@ -1,6 +1,7 @@
 #include "display/Search.h"
 
 #include <algorithm>
+#include <bit>
 #include <vector>
 
 #include "display/SearchScan.h"
@@ -93,30 +94,56 @@ struct LevelTest {
     std::uint64_t Flip = 0;  ///< all ones for "0"
 };
 
-/// The characters that ask for something. Those beside a change come first: hardly a place of a quiet line
-/// passes them.
-std::vector<LevelTest> BuildLevelTests(std::string_view pattern) {
-    std::vector<LevelTest> tests;
-    for (std::size_t i = 0; i < pattern.size(); ++i) {
-        if (pattern[i] != '0' && pattern[i] != '1') continue;
-        tests.push_back({static_cast<unsigned>(i), pattern[i] == '0' ? ~std::uint64_t{0} : 0});
+/// A serial pattern of up to 64 characters.
+struct LevelPattern {
+    std::vector<LevelTest> First;  ///< what rules most places out
+    std::uint64_t Care = 0;        ///< characters that ask for a level
+    std::uint64_t High = 0;        ///< those that ask for a high one
+};
+
+/// Moves the first two neighbours that are alike, or that are not, to a place in the list.
+void BringForward(std::vector<LevelTest>& tests, std::size_t to, bool alike) {
+    for (std::size_t i = to; i + 1 < tests.size(); ++i) {
+        if ((tests[i].Flip == tests[i + 1].Flip) != alike) continue;
+        std::swap(tests[i], tests[to]);
+        std::swap(tests[i + 1], tests[to + 1]);
+        return;
     }
-    for (std::size_t i = 0; i + 1 < tests.size(); ++i) {
-        if (tests[i].Flip == tests[i + 1].Flip) continue;
-        std::swap(tests[i], tests[0]);
-        std::swap(tests[i + 1], tests[1]);
-        break;
-    }
-    return tests;
 }
 
-/// Places among the 64 of `low` at which all tests pass; `high` holds the 64 samples that follow.
-std::uint64_t PlacesThatPass(const std::vector<LevelTest>& tests, std::uint64_t low, std::uint64_t high) {
+/// A quiet line hardly ever passes a change, a clock hardly ever the lack of one: both are asked first.
+LevelPattern BuildLevelPattern(std::string_view text) {
+    constexpr std::size_t kFirstTests = 8;
+    LevelPattern pattern;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '0' && text[i] != '1') continue;
+        const std::uint64_t bit = std::uint64_t{1} << i;
+        pattern.Care |= bit;
+        if (text[i] == '1') pattern.High |= bit;
+        pattern.First.push_back({static_cast<unsigned>(i), text[i] == '0' ? ~std::uint64_t{0} : 0});
+    }
+    BringForward(pattern.First, 0, false);
+    BringForward(pattern.First, 2, true);
+    pattern.First.resize(std::min(pattern.First.size(), kFirstTests));
+    return pattern;
+}
+
+/// Bits [from, from + 64) of low and, behind it, high; `from` is below 64.
+std::uint64_t Window(std::uint64_t low, std::uint64_t high, unsigned from) {
+    return low >> from | high << 1U << (63U - from);
+}
+
+/// Places among the 64 of `low` at which the pattern stands; `high` holds the 64 samples that follow.
+std::uint64_t PlacesThatPass(const LevelPattern& pattern, std::uint64_t low, std::uint64_t high) {
     std::uint64_t pass = ~std::uint64_t{0};
-    for (const LevelTest& test : tests) {
-        const std::uint64_t next = test.Offset == 0 ? 0 : high << (64 - test.Offset);
-        pass &= (low >> test.Offset | next) ^ test.Flip;
-        if (pass == 0) break;
+    for (const LevelTest& test : pattern.First) {
+        pass &= Window(low, high, test.Offset) ^ test.Flip;
+        if (pass == 0) return 0;
+    }
+    if (std::popcount(pattern.Care) == std::ssize(pattern.First)) return pass;
+    for (std::uint64_t rest = pass; rest != 0; rest &= rest - 1) {
+        const std::uint64_t window = Window(low, high, static_cast<unsigned>(std::countr_zero(rest)));
+        if (((window ^ pattern.High) & pattern.Care) != 0) pass ^= rest & (~rest + 1);
     }
     return pass;
 }
@@ -185,7 +212,7 @@ std::optional<std::int64_t> FindBits(const InstrumentState& state, int channel, 
     if (view.Data == nullptr || pattern.empty() || pattern.size() > 64) return std::nullopt;
     const auto bit = static_cast<std::uint8_t>(1U << static_cast<unsigned>(channel % 8));
     const ChannelLevels levels{view, bit};
-    const std::vector<LevelTest> tests = BuildLevelTests(pattern);
+    const LevelPattern wanted = BuildLevelPattern(pattern);
     span.End -= static_cast<std::int64_t>(pattern.size()) - 1;
     std::int64_t known = -1;  // base of the levels that the last block left over
     std::uint64_t kept = 0;
@@ -195,7 +222,7 @@ std::optional<std::int64_t> FindBits(const InstrumentState& state, int channel, 
         const std::uint64_t fresh = levels.At(forward ? base + kBlock : base);
         known = forward ? base + kBlock : base;
         kept = fresh;
-        return forward ? PlacesThatPass(tests, held, fresh) : PlacesThatPass(tests, fresh, held);
+        return forward ? PlacesThatPass(wanted, held, fresh) : PlacesThatPass(wanted, fresh, held);
     });
 }
 
