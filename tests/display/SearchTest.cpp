@@ -270,6 +270,31 @@ TEST_F(SearchTest, PatternsOfAllLengthsAcrossBlocks) {
     }
 }
 
+TEST_F(SearchTest, MoreCellsThanAPatternHoldsAreNotSearched) {
+    EXPECT_EQ(FindBits(*State, 8, std::string(64, 'X'), {5, 190}, true), 5);
+    EXPECT_EQ(FindBits(*State, 8, std::string(65, 'X'), {5, 190}, true), std::nullopt);
+    EXPECT_EQ(FindBits(*State, 8, "", {5, 190}, false), std::nullopt);
+}
+
+TEST_F(SearchTest, ALongPatternIsComparedToItsLastCell) {
+    // A clock with one wrong cell: what looks like it everywhere but at its end is no match.
+    for (const int length : {9, 17, 33, 64}) {
+        std::string pattern;
+        for (int i = 0; i < length; ++i) pattern += i == 2 || i % 2 != 0 ? '1' : '0';
+        test::FillPod(*State, 1, [](std::int32_t i) { return i % 2; });
+        Serial(pattern);
+        GoTo(0);
+        EXPECT_FALSE(SearchForward(*State)) << length;
+        State->Buffer.Pod[1][100] ^= 1;
+        // Reversed on the way up, the wrong cell is the third from the end.
+        EXPECT_TRUE(SearchForward(*State)) << length;
+        EXPECT_EQ(Position(), 103) << length;
+        GoTo(199);
+        EXPECT_TRUE(SearchBackward(*State)) << length;
+        EXPECT_EQ(Position(), 97) << "and on the way down the third from the beginning";
+    }
+}
+
 void RandomSearch(InstrumentState& state, Random& random) {
     state.Search.SearchMode = random.OneIn(2) ? 'S' : 'P';
     state.Search.SearchCh = static_cast<std::int16_t>(random.Below(24));

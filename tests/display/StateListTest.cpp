@@ -75,6 +75,35 @@ TEST(StateList, LaysColumnsOutWhileTheyFit) {
     EXPECT_EQ(LayoutStateList(*state, {}, need, 100).Columns[0].Group, 2);
 }
 
+TEST(StateList, BehindAColumnThatDoesNotFitNoneIsShown) {
+    const auto state = MakeListState();
+    ShowRun(*state, 0, 0, 4, 1, "");
+    ShowRun(*state, 1, 0, 32, 1, "");
+    ShowRun(*state, 2, 0, 4, 1, "");
+    const auto layout = LayoutStateList(*state, {}, kFirstColumn + 100, 100);
+    ASSERT_EQ(layout.Count, 1) << "not the narrow one behind it either";
+    EXPECT_EQ(layout.Columns[0].Group, 0);
+    state->StateList.ScreenWidth[0] = INT32_MAX;
+    EXPECT_EQ(LayoutStateList(*state, {}, kFirstColumn + 100, 100).Count, 0);
+}
+
+TEST(StateList, AGroupOfEveryChannelIsShownWhole) {
+    const auto state = test::MakeState(15);
+    test::SetLength(*state, 50);
+    for (GroupRecord& group : state->Groups) group.Size = 0;
+    for (const int size : {1, 31, 32, 33, 63, 64, 65, 128, 159, 160}) {
+        state->StateList.ScreenL[0] = 0;
+        ShowRun(*state, 0, 0, size, 1, "");
+        const std::int32_t top = size - 1;
+        test::FillPod(*state, top / 8, [top](std::int32_t i) { return i == 1 ? 1 << top % 8 : 0; });
+        const auto cells = PaintList(*state, 3, 1200).Column(kFirstColumn);
+        const std::string zeros(static_cast<std::size_t>(size) - 1, '0');
+        EXPECT_EQ(cells, (Texts{zeros + "0", "1" + zeros})) << size;
+        EXPECT_EQ(state->StateList.ScreenWidth[0], size + 1);
+        test::FillPod(*state, top / 8, [](std::int32_t) { return 0; });
+    }
+}
+
 TEST(StateList, RowsAreAsHighAsTheirTextAndTwo) {
     const auto state = MakeListState();
     EXPECT_EQ(LayoutStateList(*state, {}, 400, 95).Rows, 7);

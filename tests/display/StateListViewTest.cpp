@@ -217,6 +217,16 @@ TEST_F(StateListViewTest, ADraggedCursorStaysInTheSamples) {
     EXPECT_EQ(State->Cursors.Cur[0], 3) << "from where it started";
 }
 
+TEST_F(StateListViewTest, RowsGoOnAboveTheWindow) {
+    State->StateList.StateDataPos = 48;
+    State->Cursors.Cur[0] = 50;
+    View.MouseDown(At(Y(2)));
+    View.MouseMove(At(-1));
+    EXPECT_EQ(State->Cursors.Cur[0], 46) << "the header is a row, and another lies above it";
+    View.MouseMove(At(0));
+    EXPECT_EQ(State->Cursors.Cur[0], 47);
+}
+
 TEST_F(StateListViewTest, AHeldDigitTakesOthersAlong) {
     State->Cursors.Cur = {2, 20, 30, 40, 50, 0};
     View.MouseDown(At(Y(2)));

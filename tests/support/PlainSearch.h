@@ -39,7 +39,7 @@ class PlainSearch {
         const SampleView& view = views_[static_cast<std::size_t>(pod)];
         const int perBoard = state_.Shape.ChPerSlice / 8;
         if (i >= view.Shown || perBoard <= 0 || pod >= perBoard * state_.Shape.WordsPerTrig) return true;
-        const std::size_t at = static_cast<std::size_t>(9 * (perBoard - 1 - pod % perBoard));
+        const auto at = std::size_t{9} * static_cast<std::size_t>(perBoard - 1 - pod % perBoard);
         const auto& entry = state_.Search.SearchWd[static_cast<std::size_t>(pod / perBoard)];
         unsigned care = 0;
         unsigned dontCare = 0;

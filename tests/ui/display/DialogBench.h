@@ -76,9 +76,10 @@ Widget* Find(QWidget& parent, const char* name) {
 /// Runs something once a modal dialog of this class is up.
 template <typename Dialog>
 void WhenShown(std::function<void(Dialog&)> act) {
-    QTimer::singleShot(0, [act = std::move(act)] {
+    const auto run = [act = std::move(act)] {
         if (auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget())) act(*dialog);
-    });
+    };
+    QMetaObject::invokeMethod(qApp, run, Qt::QueuedConnection);
 }
 
 /// Letters that Alt reaches in a window, in lower case; hidden pages do not count.
