@@ -220,11 +220,11 @@ TEST_F(CaptureTest, SaysExactlyWhatIsWrong) {
 }
 
 TEST_F(CaptureTest, HelpTellsWhatTheOptionsTake) {
+    constexpr const char* kScenes = "bench, counters, clocks, i2c, spi, microwire, glitches, noise\n";
     const std::string help = RunZuCli({"capture", "--help"}).Out;
-    for (const char* line : {"-o,--output FILE REQUIRED", "--simulate MODEL[@CABLE] ", "--scene NAME ",
-                             "signals of the simulated instrument: bench, counters, clocks, i2c, spi, "
-                             "microwire, glitches, noise\n",
-                             "--rate RATE ", "--trigger TERMS ", "--count N ", "--timeout SECONDS=10 "}) {
+    for (const char* line :
+         {"-o,--output FILE REQUIRED", "--simulate MODEL[@CABLE] ", "--scene NAME ", kScenes, "--rate RATE ",
+          "--trigger TERMS ", "--count N ", "--timeout SECONDS=10 "}) {
         EXPECT_NE(help.find(line), std::string::npos) << line;
     }
 }
