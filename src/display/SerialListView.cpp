@@ -147,11 +147,12 @@ std::optional<std::int32_t> SerialListView::DrawnSample(std::int32_t y) const {
 }
 
 std::int32_t SerialListView::Forward(std::int32_t rows) const {
-    std::int32_t at = RowFrom(Start()).value_or(Start());
-    for (; rows > 0; --rows) {
-        const auto next = RowFrom(at + 1);
-        if (!next) break;
-        at = *next;
+    auto row = RowFrom(Start());
+    if (!row) return Start();
+    std::int32_t at = *row;
+    for (; rows > 0 && row; --rows) {
+        row = RowFrom(at + 1);
+        at = row.value_or(at);
     }
     return at;
 }
