@@ -256,4 +256,10 @@ bool SearchBackward(InstrumentState& state) {
     return MoveActiveView(state, found);
 }
 
+bool SearchOrBeep(InstrumentState& state, Host& host, bool forward) {
+    const bool found = forward ? SearchForward(state) : SearchBackward(state);
+    if (!found) host.Beep();
+    return found;
+}
+
 }  // namespace zu

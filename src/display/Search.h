@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "state/Host.h"
 #include "state/InstrumentState.h"
 
 namespace zu {
@@ -46,5 +47,7 @@ std::optional<std::int64_t> FindBits(const InstrumentState& state, int channel, 
 bool SearchForward(InstrumentState& state);
 /// The same towards the first sample; a serial pattern's place is the sample before it.
 bool SearchBackward(InstrumentState& state);
+/// Searches in one direction and beeps without a match. True if the active view moved.
+bool SearchOrBeep(InstrumentState& state, Host& host, bool forward);
 
 }  // namespace zu

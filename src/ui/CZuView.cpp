@@ -235,8 +235,7 @@ void CZuView::OpenTimingDialog(const DialogRequest& request) {
 }
 
 void CZuView::RunSearch(bool forward) {
-    const bool found = forward ? SearchForward(State()) : SearchBackward(State());
-    found ? RefreshKeepingMeasures() : host_.Beep();
+    if (SearchOrBeep(State(), host_, forward)) RefreshKeepingMeasures();
 }
 
 void CZuView::RefreshKeepingMeasures() {

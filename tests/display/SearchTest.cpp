@@ -3,6 +3,7 @@
 
 #include "display/Search.h"
 #include "support/PlainSearch.h"
+#include "support/ScriptedHost.h"
 #include "support/TimingFixture.h"
 #include "trigger/TrigCells.h"
 
@@ -86,6 +87,19 @@ TEST_F(SearchTest, FindsAWordBothWays) {
     EXPECT_TRUE(SearchBackward(*State));
     EXPECT_EQ(Position(), 48);
     EXPECT_FALSE(SearchBackward(*State)) << "it does not wrap";
+    EXPECT_EQ(Position(), 48);
+}
+
+TEST_F(SearchTest, BeepsWithoutAMatchAndSaysNothing) {
+    test::ScriptedHost host;
+    SetPod(*State, 0, "00110000");
+    EXPECT_TRUE(SearchOrBeep(*State, host, true));
+    EXPECT_EQ(Position(), 48);
+    EXPECT_EQ(host.Beeps, 0);
+    EXPECT_FALSE(SearchOrBeep(*State, host, true));
+    EXPECT_FALSE(SearchOrBeep(*State, host, false));
+    EXPECT_EQ(host.Beeps, 2);
+    EXPECT_TRUE(host.Boxes.empty());
     EXPECT_EQ(Position(), 48);
 }
 
