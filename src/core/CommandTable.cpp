@@ -135,6 +135,9 @@ constexpr std::array kPlainRows{
     CommandRow{CommandId::ZoomOut, {"Zoom &out", "-", "Show more time in less detail"}},
     CommandRow{CommandId::TimingGrid, {"&Grid", "G", "Grid lines and time per division"}},
 
+    CommandRow{CommandId::SerialTransfers,
+               {"I2C t&ransfers", "Ctrl+T", "Show each I2C transfer as one line beside its start"}},
+
     CommandRow{Plus(CommandId::ScreenColor0, 0), {"&Text...", "", "Colour of texts"}},
     CommandRow{Plus(CommandId::ScreenColor0, 1), {"&Background...", "", "Background of captured samples"}},
     CommandRow{Plus(CommandId::ScreenColor0, 2), {"&Grid...", "", "Colour of grid, overview and spacers"}},

@@ -94,6 +94,7 @@ enum class CommandId : std::uint8_t {
     ZoomIn,
     ZoomOut,
     TimingGrid,
+    SerialTransfers,
     ScreenColor0,
     ScreenColorLast = ScreenColor0 + 3,
     CursorColor0,

@@ -10,6 +10,7 @@
 #include "core/MemoryMenu.h"
 #include "core/RateRules.h"
 #include "core/SceneSetup.h"
+#include "serial/SpiDecoder.h"
 
 namespace zu {
 namespace {
@@ -19,11 +20,10 @@ constexpr int kCode400MHz = 2;
 
 // Entries whose window or work the program does not have yet.
 constexpr std::array kNotOffered{
-    CommandId::FileExport,      CommandId::FilePrint,        CommandId::DataLog,
-    CommandId::DataLogSettings, CommandId::ClockExternal,    CommandId::TriggerWord,
-    CommandId::PodSetup,        CommandId::ThresholdVoltage, CommandId::PatternVoltage,
-    CommandId::PatternEdit,     CommandId::TranslateTable,   CommandId::WindowSerial,
-    CommandId::WindowSpi,       CommandId::WindowPattern,    CommandId::HelpContents,
+    CommandId::FileExport,     CommandId::FilePrint,   CommandId::DataLog,        CommandId::DataLogSettings,
+    CommandId::ClockExternal,  CommandId::TriggerWord, CommandId::PodSetup,       CommandId::ThresholdVoltage,
+    CommandId::PatternVoltage, CommandId::PatternEdit, CommandId::TranslateTable, CommandId::WindowPattern,
+    CommandId::HelpContents,
 };
 
 /// A window's command and open flag.
@@ -103,6 +103,7 @@ void QuerySwitches(const InstrumentState& state, CommandId id, CommandState& ent
     if (id == CommandId::ClearBufferOnGo) Check(entry, state.Capture.ClearBufferOnGo != 0);
     if (id == CommandId::TriggerOut) Check(entry, state.Trigger.TrigOut != 0);
     if (id == CommandId::TimingGrid) Check(entry, state.Timing.TimingGrid != 0);
+    if (id == CommandId::SerialTransfers) Check(entry, state.Serial.TransfersShown != 0);
     if (const WindowRow* window = WindowOf(id)) Check(entry, state.Windows.*window->Flag != 0);
 }
 
@@ -122,14 +123,24 @@ bool CanStop(const App& app) {
            (patterns && state.Identity.Emulated == 0);
 }
 
-bool CanRunNow(const App& app, CommandId id) {
+std::string_view WhyNoTransfers(const InstrumentState& state) {
+    constexpr std::int8_t kI2c = 1;
+    if (state.Serial.SerialMode != kI2c) return "Define an I2C group first";
+    return state.Windows.SerialStat != 0 ? std::string_view() : "Open the serial window first";
+}
+
+/// Why a command has nothing to work on at this moment; empty when it can run.
+std::string_view WhyNotNow(const App& app, CommandId id) {
     const InstrumentState& state = app.State;
-    if (id == CommandId::Stop) return CanStop(app);
-    if (id == CommandId::End) return state.Capture.CaptureState != 0;
+    const bool running = state.Capture.CaptureState != 0;
+    if (id == CommandId::Stop && !CanStop(app)) return "Nothing runs that could be stopped";
+    if (id == CommandId::End && !running) return "No capture runs that could be ended";
     // Detection would stop a running capture.
-    if (id == CommandId::HardwareAddress) return state.Capture.CaptureState == 0;
-    if (id == CommandId::RateUp || id == CommandId::RateDown) return state.Clock.ClockType == 0;
-    return true;
+    if (id == CommandId::HardwareAddress && running) return "Stop the capture first";
+    if (id == CommandId::SerialTransfers) return WhyNoTransfers(state);
+    const bool steps = id == CommandId::RateUp || id == CommandId::RateDown;
+    if (steps && state.Clock.ClockType != 0) return "An external clock sets the rate";
+    return {};
 }
 
 bool RunFamily(App& app, const Family& family) {
@@ -165,15 +176,27 @@ void ToggleGrid(App& app) {
     RedrawIfOpen(app, WindowId::Timing);
 }
 
+void ToggleTransfers(App& app) {
+    Toggle(app.State.Serial.TransfersShown);
+    RedrawIfOpen(app, WindowId::Serial);
+}
+
 void ToggleAutosaveData(FileRecord& files) {
     Toggle(files.AutosaveData);
     if (files.AutosaveData != 0) files.Autosave = 0;
+}
+
+/// Decodes what a window lists. While it was closed, samples may have come that nobody decoded.
+void DecodeFor(InstrumentState& state, WindowId window) {
+    if (window == WindowId::Serial) DecodeSerialGroup(state);
+    if (window == WindowId::Spi) DecodeSPI(state);
 }
 
 void ToggleWindow(App& app, const WindowRow& window) {
     if (app.State.Windows.*window.Flag != 0) {
         app.Shell.Close(window.Window);
     } else {
+        DecodeFor(app.State, window.Window);
         app.Shell.Open(window.Window);
     }
 }
@@ -211,6 +234,7 @@ constexpr std::array kSingles{
     SingleRow{CommandId::BoardStatus,
               [](App& app) { app.Host.Message(BoardStatusText(app.State), "status"); }},
     SingleRow{CommandId::TimingGrid, ToggleGrid},
+    SingleRow{CommandId::SerialTransfers, ToggleTransfers},
     // The entry is there for the switch that keeps it, and does nothing.
     SingleRow{CommandId::IdentifyAnalyzer, [](App&) {}},
 };
@@ -236,9 +260,10 @@ void PrepareMenu(App& app) {
 
 CommandState QueryCommand(const App& app, CommandId id) {
     CommandState entry;
-    if (Index(id) >= kCommandCount) return {true, false, false, false, {}};
+    if (Index(id) >= kCommandCount) return {true, false, false, false, {}, {}};
     entry.Removed = app.Removed.test(Index(id)) || (OfSimulation(id) && app.Simulated == nullptr);
-    entry.Enabled = !entry.Removed && IsOffered(id) && CanRunNow(app, id);
+    entry.WhyNot = WhyNotNow(app, id);
+    entry.Enabled = !entry.Removed && IsOffered(id) && entry.WhyNot.empty();
     entry.Text = Traits(id).Text;
     const Family family(id);
     QueryFamilies(app.State, family, entry);

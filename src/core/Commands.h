@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "core/App.h"
 #include "core/CommandTable.h"
@@ -14,6 +15,7 @@ struct CommandState {
     bool Checkable = false;
     bool Checked = false;
     std::string Text;
+    std::string_view WhyNot;  ///< why it cannot run just now; empty when it can
 };
 
 /// Entries that the running model takes away. Rows 20 to 24 count with row 15.

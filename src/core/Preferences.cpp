@@ -125,6 +125,7 @@ void WriteAll(IniFile& ini, const InstrumentState& state) {
     ini.Set("File", "AutosaveData", state.Files.AutosaveData);
     ini.Set("Cursor DLG", "mode", state.Cursors.CursorDlgMode);
     for (const WindowBlock& block : kSerialWindows) WriteWindow(ini, windows, block);
+    ini.Set("Serial DLG", "Transfers", state.Serial.TransfersShown);
     for (std::size_t i = 0; i < state.Cursors.CursorMath.size(); ++i) {
         ini.Set("Cursor DLG", Numbered("Math", i + 1), state.Cursors.CursorMath[i]);
     }
@@ -150,6 +151,7 @@ void LoadPreferences(App& app) {
     ReadAutosave(state.Files, ini);
     state.Cursors.CursorDlgMode = static_cast<std::int8_t>(ini.Number("Cursor DLG", "mode", 1));
     state.Windows.LastWindow = static_cast<std::uint8_t>(ini.Number("Status", "Last Window selected", 1));
+    state.Serial.TransfersShown = static_cast<std::uint8_t>(ini.Number("Serial DLG", "Transfers", 1) != 0);
     for (const WindowBlock& block : kSerialWindows) ReadWindow(app, ini, block);
     for (std::size_t i = 0; i < kMathDefaults.size(); ++i) {
         state.Cursors.CursorMath[i] = ini.Number("Cursor DLG", Numbered("Math", i + 1), kMathDefaults[i]);

@@ -67,6 +67,7 @@ struct SerialRecord {
     std::array<std::vector<std::uint16_t>, kSpiSlots> SpiSO;
     std::array<std::uint8_t, 11> SerialFilter{1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1};
     std::array<std::uint8_t, kSpiSlots> SpiShown{1, 1, 1};
+    std::uint8_t TransfersShown = 1;  ///< the list of I2C events has its column of transfers
 };
 
 struct SearchRecord {

@@ -59,7 +59,8 @@ void CChildFrame::Open(const QRect& fallback) {
     const QRect place = stored ? FitInto(windows_.*record_.Rect, area) : fallback;
     if (!isVisible()) {
         showNormal();
-        Place(place);
+        // What the window holds is never cut off, whatever was stored.
+        Place(QRect(place.topLeft(), place.size().expandedTo(minimumSizeHint())));
     }
     windows_.*record_.Stat = 1;
     raise();

@@ -37,6 +37,10 @@
 #include "ui/display/CStateList.h"
 #include "ui/display/CTimingWnd.h"
 #include "ui/display/ViewDialogs.h"
+#include "ui/serial/CSerialList.h"
+#include "ui/serial/CSerialWnd.h"
+#include "ui/serial/CSpiList.h"
+#include "ui/serial/CSpiWnd.h"
 
 namespace zu {
 namespace {
@@ -48,6 +52,10 @@ QString ZoomText(std::int32_t zoom) {
     }
     return zoom < 0 ? QStringLiteral("%1:1").arg(-std::int64_t{zoom})
                     : QStringLiteral("1:%1").arg(std::max(zoom, 1));
+}
+
+bool IsTraffic(WindowId window) {
+    return window == WindowId::Serial || window == WindowId::Spi;
 }
 
 }  // namespace
@@ -138,6 +146,8 @@ void CZuView::CloseDown() {
     children_.clear();
     timing_ = nullptr;
     stateList_ = nullptr;
+    serial_ = nullptr;
+    spi_ = nullptr;
     cursors_ = nullptr;
     Shutdown(app_);
 }
@@ -262,6 +272,8 @@ CChildFrame* CZuView::MakeChild(WindowId window) {
     QWidget* content = nullptr;
     if (window == WindowId::Timing) content = timing_ = new CTimingWnd(*this);
     if (window == WindowId::StateList) content = stateList_ = new CStateList(*this);
+    if (window == WindowId::Serial) content = serial_ = new CSerialWnd(*this);
+    if (window == WindowId::Spi) content = spi_ = new CSpiWnd(*this);
     if (window == WindowId::Cursor) content = MakeCursorWindow();
     if (content == nullptr) return nullptr;
     auto* child = new CChildFrame(State().Windows, window, *content);
@@ -293,6 +305,18 @@ QRect CZuView::DefaultPlace(WindowId window) {
     if (cursor != nullptr && cursor->IsOpen() && place.intersects(cursor->geometry())) {
         place.setLeft(std::min(cursor->geometry().right() + 1, std::max(place.left(), area.width() / 2)));
     }
+    return IsTraffic(window) ? TrafficPlace(window, place) : place;
+}
+
+QRect CZuView::TrafficPlace(WindowId window, QRect place) {
+    constexpr int kBeside = 28;  // the title of the one below stays in sight
+    const QSize area = frame_.Area().viewport()->size();
+    const int wanted = std::min(Child(window)->sizeHint().width(), area.width());
+    CChildFrame* other = Child(window == WindowId::Spi ? WindowId::Serial : WindowId::Spi);
+    const bool covers = other != nullptr && other->IsOpen() && other->pos() == place.topLeft();
+    if (covers) place.setTopLeft(place.topLeft() + QPoint(kBeside, kBeside));
+    place.setWidth(std::max(place.width(), wanted));
+    place.moveRight(std::min(place.right(), area.width() - 1));
     return place;
 }
 
@@ -304,6 +328,8 @@ void CZuView::Open(WindowId window) {
     child->Open(DefaultPlace(window));
     if (window == WindowId::Timing) timing_->MakePicture();
     if (window == WindowId::StateList) stateList_->MakePicture();
+    if (window == WindowId::Serial) serial_->List().MakePicture();
+    if (window == WindowId::Spi) spi_->List().MakePicture();
     Redraw(window);
 }
 
@@ -316,6 +342,8 @@ void CZuView::Redraw(WindowId window) {
         keepMeasures_ ? timing_->Redraw() : timing_->DataChanged();
     }
     if (window == WindowId::StateList && stateList_ != nullptr) stateList_->Redraw();
+    if (window == WindowId::Serial && serial_ != nullptr) serial_->Redraw();
+    if (window == WindowId::Spi && spi_ != nullptr) spi_->Redraw();
     if (window == WindowId::Cursor && cursors_ != nullptr) cursors_->Redraw();
 }
 

@@ -18,6 +18,8 @@ class CChildFrame;
 class CCursorDlg;
 class CMainFrame;
 class CRegisterTrace;
+class CSerialWnd;
+class CSpiWnd;
 class CStateList;
 class CTimingWnd;
 class HeldKeyFilter;
@@ -49,6 +51,8 @@ class CZuView final : public QObject, public Shell {
     void SetColors(ColorChooser& colors) { colors_ = &colors; }
     [[nodiscard]] CTimingWnd* Timing() { return timing_; }
     [[nodiscard]] CStateList* StateList() { return stateList_; }
+    [[nodiscard]] CSerialWnd* Serial() { return serial_; }
+    [[nodiscard]] CSpiWnd* Spi() { return spi_; }
     [[nodiscard]] CChildFrame* Child(WindowId window);
 
     /// Runs a command as its menu entry would.
@@ -85,6 +89,8 @@ class CZuView final : public QObject, public Shell {
     CChildFrame* MakeChild(WindowId window);
     QWidget* MakeCursorWindow();
     [[nodiscard]] QRect DefaultPlace(WindowId window);
+    /// The first rectangles of the serial windows are the same, and narrower than tools and columns.
+    [[nodiscard]] QRect TrafficPlace(WindowId window, QRect place);
     void ListWindows(QMenu& menu);
 
     QtHost& host_;
@@ -97,6 +103,8 @@ class CZuView final : public QObject, public Shell {
     ColorChooser* colors_ = &desktopColors_;
     CTimingWnd* timing_ = nullptr;
     CStateList* stateList_ = nullptr;
+    CSerialWnd* serial_ = nullptr;
+    CSpiWnd* spi_ = nullptr;
     CCursorDlg* cursors_ = nullptr;
     CRegisterTrace* trace_ = nullptr;
     bool keepMeasures_ = false;

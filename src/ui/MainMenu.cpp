@@ -146,6 +146,7 @@ void MainMenu::RefreshAction(CommandId id) {
     action->setChecked(state.Checkable && state.Checked);
     const QString key = id == CommandId::Go ? QStringLiteral("\t") + FromState(Traits(id).Key) : QString();
     action->setText(FromState(state.Text) + key);
+    action->setStatusTip(FromState(state.WhyNot.empty() ? Traits(id).Hint : state.WhyNot));
 }
 
 void MainMenu::Refresh() {

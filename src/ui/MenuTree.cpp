@@ -108,6 +108,7 @@ constexpr std::array kTree{
     Cmds(CommandId::Zoom0, CommandId::ZoomLast),
     End(),
     Cmd(CommandId::TimingGrid),
+    Cmd(CommandId::SerialTransfers),
     Begin("&Colors"),
     Cmds(CommandId::ScreenColor0, CommandId::ScreenColorLast),
     Line(),

@@ -340,6 +340,8 @@ TEST(QueryCommand, OffersWhatIsBuilt) {
                                CommandId::InsertSpacer,
                                CommandId::StateListSetup,
                                CommandId::WindowStateList,
+                               CommandId::WindowSerial,
+                               CommandId::WindowSpi,
                                CommandId::Search,
                                CommandId::SearchForward,
                                CommandId::SearchBackward,

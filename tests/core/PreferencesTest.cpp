@@ -192,7 +192,7 @@ TEST(SavePreferences, WritesEveryKeyInItsOrder) {
             "[Main]\r\nleft=1\r\ntop=2\r\nright=3\r\nbottom=4\r\n"
             "[Cursor DLG]\r\nmode=0\r\nMath1=5\r\nMath2=4\r\nMath3=3\r\nMath4=2\r\nMath5=1\r\n"
             "[Serial DLG]\r\ndef=0\r\n" +
-            empty + "stat=0\r\n[SPIRect DLG]\r\ndef=0\r\n" + empty + "stat=0\r\n");
+            empty + "stat=0\r\nTransfers=1\r\n[SPIRect DLG]\r\ndef=0\r\n" + empty + "stat=0\r\n");
 }
 
 TEST(SavePreferences, IsReadBackWhole) {
@@ -203,6 +203,7 @@ TEST(SavePreferences, IsReadBackWhole) {
     state.Windows.MainRect = {1, 2, 300, 400};
     state.Windows.LastWindow = 2;
     state.Cursors.CursorMath = {9, 8, 7, 6, 5};
+    state.Serial.TransfersShown = 0;
     state.Files.LastFolder = "/data";
     state.Files.RecentFiles[2] = "/x.zu";
     SavePreferences(bench->App);
@@ -214,6 +215,7 @@ TEST(SavePreferences, IsReadBackWhole) {
     EXPECT_EQ(other->State->Windows.LastWindow, 2);
     EXPECT_EQ(other->State->Cursors.CursorMath, (std::array<std::int32_t, 5>{9, 8, 7, 6, 5}));
     EXPECT_EQ(other->State->Files.LastFolder, "/data");
+    EXPECT_EQ(other->State->Serial.TransfersShown, 0);
     EXPECT_EQ(other->State->Files.RecentFiles[2], "/x.zu");
     EXPECT_EQ(ReadMainRect(*other->State, {}), (WindowRect{1, 2, 300, 400}));
     EXPECT_TRUE(other->Shell.Log.empty()) << "all windows were closed";

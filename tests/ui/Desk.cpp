@@ -99,6 +99,16 @@ QString Desk::Shown(const QString& name) {
     return QStringLiteral("no such field");
 }
 
+DarkDesktop::DarkDesktop() : before_(QApplication::palette()) {
+    QPalette dark(QColor(45, 45, 48));
+    dark.setColor(QPalette::Base, QColor(30, 30, 30));
+    QApplication::setPalette(dark);
+}
+
+DarkDesktop::~DarkDesktop() {
+    QApplication::setPalette(before_);
+}
+
 void SaveShot(QWidget& window, const QString& name) {
     const QString folder = qEnvironmentVariable("ZU_SHOTS");
     if (!folder.isEmpty()) window.grab().save(folder + u'/' + name + QStringLiteral(".png"));

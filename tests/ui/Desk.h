@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include <QPalette>
+
 #include "hw/Attachment.h"
 #include "support/TempFolder.h"
 #include "ui/Boxes.h"
@@ -72,6 +74,18 @@ class Desk {
 
 /// Saves a picture of a window where ZU_SHOTS names a folder, for the eye.
 void SaveShot(QWidget& window, const QString& name);
+
+/// Dark colours of the desktop for the length of a test.
+class DarkDesktop {
+  public:
+    DarkDesktop();
+    ~DarkDesktop();
+    DarkDesktop(const DarkDesktop&) = delete;
+    DarkDesktop& operator=(const DarkDesktop&) = delete;
+
+  private:
+    QPalette before_;
+};
 
 /// A desk that is started.
 class StartedDesk : public Desk {

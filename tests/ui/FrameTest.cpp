@@ -226,22 +226,6 @@ TEST(Frame, ClosingItDuringATightLoopEndsTheLoop) {
     EXPECT_EQ(desk.State().Capture.CaptureState, 0);
 }
 
-/// The desktop's colours for the length of a test.
-class DarkDesktop {
-  public:
-    DarkDesktop() : before_(QApplication::palette()) {
-        QPalette dark(QColor(45, 45, 48));
-        dark.setColor(QPalette::Base, QColor(30, 30, 30));
-        QApplication::setPalette(dark);
-    }
-    ~DarkDesktop() { QApplication::setPalette(before_); }
-    DarkDesktop(const DarkDesktop&) = delete;
-    DarkDesktop& operator=(const DarkDesktop&) = delete;
-
-  private:
-    QPalette before_;
-};
-
 /// Mean lightness of what an icon draws.
 int Lightness(const QIcon& icon) {
     const QImage image = icon.pixmap(48, 48).toImage();

@@ -64,6 +64,21 @@ constexpr std::array kStateListKeys{
     ViewKey{"Right click", "Menu of the cursors"},
 };
 
+constexpr std::array kTrafficKeys{
+    ViewKey{"Up, Down", "One row up or down"},
+    ViewKey{"Page Up, Page Down", "As many rows as the window shows up or down"},
+    ViewKey{"Home, End", "To the first event; to the last"},
+    ViewKey{"F3, Shift+F3", "Serial window: next or previous event of the kind chosen above the list"},
+    ViewKey{"Tab, Shift+Tab", "From the list to the tools above it and back"},
+    ViewKey{"Ctrl+C", "Copy the selected rows, or those on the screen, as text"},
+    ViewKey{"Esc", "Select nothing"},
+    ViewKey{"Click on a row", "Show that moment in the Timing window and in the Statelist"},
+    ViewKey{"A, B, C, D or T held and click", "Put that cursor on the row"},
+    ViewKey{"Drag over rows, Shift+click", "Select rows"},
+    ViewKey{"Rest on a row", "Sample, time and distance to the cursors"},
+    ViewKey{"Right click", "Bring a window or a cursor to the row"},
+};
+
 constexpr std::array kDialogKeys{
     ViewKey{"Enter, Ins in the channel list", "Group setup: append and go on to the next channel; insert"},
     ViewKey{"Del, Ctrl+Up, Ctrl+Down in the group list", "Group setup: take channels out, move them"},
@@ -109,8 +124,11 @@ QString ToHtml(const QList<KeyChapter>& chapters) {
 }  // namespace
 
 QList<KeyChapter> KeySheet() {
-    return {CommandKeys(), Chapter("Timing window: keys", kTimingKeys),
-            Chapter("Timing window: mouse", kTimingMouse), Chapter("Statelist", kStateListKeys),
+    return {CommandKeys(),
+            Chapter("Timing window: keys", kTimingKeys),
+            Chapter("Timing window: mouse", kTimingMouse),
+            Chapter("Statelist", kStateListKeys),
+            Chapter("Serial and SPI window", kTrafficKeys),
             Chapter("Dialogs", kDialogKeys)};
 }
 
