@@ -119,6 +119,7 @@ def settings():
     yield f"TimingLines={len(LINES)}"
     yield from (f"LSE{i}={source},{0 if source == 160 else 5},0" for i, source in enumerate(LINES))
     yield from ("[Cursor DLG]", "mode=1", "[Cursor]", "Cur0=412", "Cur1=1320", "Cur2=620", "Cur3=640", "Cur4=400", "Cur5=0")
+    yield from ("[StateWin]", "DataPos=405", "[SerialWin]", "Mode=1", "Group=1")
     yield from ("[Clock]", "RateStg=10 MSa (100 ns)", "Type=0", "Edge=0")
     for number, (name, mode, channels, color) in enumerate(GROUPS):
         yield f"[Group{number}]"
