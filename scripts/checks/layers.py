@@ -2,7 +2,8 @@
 """Who may stand on whom, read from the sources: layers.py (in the root of the project)
 
 cmake/Layers.cmake holds the table; the build enforces it by include paths and libraries. This looks at every
-include of every file, the ones that no target compiles included, and at where Qt is used.
+include of every file, the ones that no target compiles included, and at where Qt is used. A source with a header of
+its own name includes that first of all, which shows with each build that the header stands alone.
 """
 import pathlib
 import re
@@ -41,9 +42,20 @@ def faults(name, allowed, qt):
                 yield f"{name}: layer {layer} must not use {target} ({included})"
 
 
+def own_header_late(name):
+    """What a source has before its own header."""
+    source = pathlib.Path(name)
+    header = source.with_suffix(".h")
+    if source.parts[0] == "src" and source.suffix == ".cpp" and header.exists():
+        first = INCLUDE.search(source.read_text(encoding="utf-8"))
+        own = "/".join(header.parts[1:])
+        if first is None or first[2] != own:
+            yield f"{name}: does not include {own} first"
+
+
 def main():
     allowed, qt = allowed_layers()
-    found = [fault for name in tracked() for fault in faults(name, allowed, qt)]
+    found = [fault for name in tracked() for fault in (*faults(name, allowed, qt), *own_header_late(name))]
     print("\n".join(found), end="\n" if found else "")
     return 1 if found else 0
 

@@ -1,12 +1,13 @@
-"""The rules that scripts/checks reads from sources."""
+"""The rules that scripts/checks reads from sources, and how the cases of a run are counted."""
 import pathlib
 import sys
 import tempfile
 import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-sys.path.insert(0, str(ROOT / "scripts" / "checks"))
+sys.path[:0] = [str(ROOT / "scripts" / "checks"), str(ROOT / "scripts")]
 
+import cases  # noqa: E402
 import layers  # noqa: E402
 import lengths  # noqa: E402
 import words  # noqa: E402
@@ -79,7 +80,7 @@ class Layers(unittest.TestCase):
             path = pathlib.Path("src", layer, "A.cpp")
             path.parent.mkdir(parents=True, exist_ok=True)
             path.write_text(text, encoding="utf-8")
-            return list(layers.faults(str(path), self.allowed, {"ui"}))
+            return [*layers.faults(str(path), self.allowed, {"ui"}), *layers.own_header_late(str(path))]
         finally:
             os.chdir(here)
 
@@ -92,6 +93,60 @@ class Layers(unittest.TestCase):
     def test_finds_qt_below_the_windows(self):
         self.assertEqual(len(self.faults("hw", "#include <QString>\n#include <QtCore/QString>\n")), 2)
         self.assertEqual(self.faults("ui", "#include <QString>\n"), [])
+
+
+    def test_wants_the_header_of_a_source_before_all_others(self):
+        header = pathlib.Path(self.folder.name, "src", "hw", "A.h")
+        header.parent.mkdir(parents=True)
+        header.write_text("", encoding="utf-8")
+        self.assertEqual(self.faults("hw", '#include "hw/A.h"\n#include <array>\n'), [])
+        self.assertEqual(len(self.faults("hw", '#include <array>\n#include "hw/A.h"\n')), 1)
+        self.assertEqual(len(self.faults("hw", "int a;\n")), 1)
+
+
+class Cases(unittest.TestCase):
+    def setUp(self):
+        self.folder = tempfile.TemporaryDirectory()
+        self.reports = pathlib.Path(self.folder.name)
+
+    def tearDown(self):
+        self.folder.cleanup()
+
+    def counted(self, name, status, report=None):
+        if report is not None:
+            (self.reports / f"{name}.xml").write_text(f"<testsuites>{report}</testsuites>", encoding="utf-8")
+        entry = cases.ElementTree.Element("testcase", name=name, status=status)
+        return tuple(map(int, cases.of_entry(entry, self.reports)))
+
+    PASSED = '<testcase name="a" status="run" result="completed"/>'
+    FAILED = '<testcase name="b" status="run" result="completed"><failure message="m"/></testcase>'
+    SKIPPED = '<testcase name="c" status="run" result="skipped"><skipped message="m"/></testcase>'
+    DISABLED = '<testcase name="d" status="notrun" result="suppressed"/>'
+
+    def test_counts_the_cases_of_an_executable(self):
+        report = self.PASSED * 3 + self.FAILED * 2 + self.SKIPPED + self.DISABLED
+        self.assertEqual(self.counted("test_a.1of2", "fail", report), (3, 2, 2))
+        self.assertEqual(self.counted("test_a.1of2", "run", self.PASSED), (1, 0, 0))
+
+    def test_an_executable_that_ends_badly_is_a_failure(self):
+        self.assertEqual(self.counted("test_a.2of2", "fail", self.PASSED), (1, 1, 0))
+
+    def test_no_report_is_a_failure(self):
+        self.assertEqual(self.counted("test_b.1of2", "run"), (0, 1, 0))
+        self.assertEqual(self.counted("test_c.1of2", "fail", "<testcase"), (0, 1, 0))
+
+    def test_other_entries_count_as_one(self):
+        self.assertEqual(self.counted("Scripts.Checks", "run"), (1, 0, 0))
+        self.assertEqual(self.counted("Scripts.Checks", "fail"), (0, 1, 0))
+        self.assertEqual(self.counted("Scripts.Checks", "disabled"), (0, 0, 1))
+
+    def test_shows_what_failed_and_what_never_ended(self):
+        text = ("[ RUN      ] A.Passes\nnoise\n[       OK ] A.Passes (0 ms)\n[ RUN      ] A.Fails\nwhy\n"
+                "[  FAILED  ] A.Fails (0 ms)\n[ RUN      ] A.Dies\nlast words\n")
+        shown = cases.unfinished(text)
+        self.assertNotIn("noise", shown)
+        for line in ("why", "[ RUN      ] A.Dies", "last words"):
+            self.assertIn(line, shown)
 
 
 class Words(unittest.TestCase):
