@@ -38,8 +38,11 @@ inline QPalette DarkPalette() {
     return palette;
 }
 
-/// Makes the off-screen desk as large as an ordinary one, at the scale that ZU_SCALE names.
+/// Makes the off-screen desk as large as an ordinary one, at the scale that ZU_SCALE names. Without a
+/// platform in the environment the desk is off-screen: cases are listed on machines without a display as
+/// well.
 inline void SizeScreen() {
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     static QTemporaryFile screen;
     if (qgetenv("QT_QPA_PLATFORM") != "offscreen" || !screen.open()) return;
     const int scale = std::max(qEnvironmentVariableIntValue("ZU_SCALE"), 1);
