@@ -78,6 +78,7 @@ TEST(SpiWnd, AnUndefinedSlotSaysSoAndOpensTheGroupSetup) {
     SpiDesk desk;
     desk.Box.Dialogs.emplace_back([&desk](QDialog& dialog) {
         EXPECT_NE(qobject_cast<CGroupDef*>(&dialog), nullptr);
+        EXPECT_FALSE(desk.Slot(1).isChecked()) << "nothing is shown yet";
         desk.SetGroup(2, 4, "ADC", {16, 17, 18, 19});
         dialog.reject();
     });

@@ -34,8 +34,10 @@ CSpiWnd::CSpiWnd(CZuView& controller, CSpiList* list) : CTrafficWnd(controller, 
 }
 
 void CSpiWnd::Press(int slot) {
+    // The button has turned itself over. Where there is nothing to show, a message stands until it is read,
+    // and the button must not look pressed meanwhile.
+    ShowSlots();
     list_->View().PressSlot(slot);
-    // The button has turned itself over, also where there is nothing to show.
     ShowSlots();
 }
 
