@@ -7,6 +7,8 @@
 #include <QApplication>
 #include <QDateTime>
 #include <QFileDialog>
+#include <QFontMetrics>
+#include <QGridLayout>
 #include <QMessageBox>
 #include <QThread>
 #include <QTimer>
@@ -30,10 +32,22 @@ void PrintBox(std::string_view text, std::string_view caption) {
                  static_cast<int>(text.size()), text.data());
 }
 
+/// A box is made for its text; a short one, or none at all, would cut off the caption.
+void MakeRoomForCaption(QMessageBox& box) {
+    constexpr int kIconAndButtons = 160;
+    auto* rows = qobject_cast<QGridLayout*>(box.layout());
+    if (rows == nullptr) return;
+    const int width =
+        QFontMetrics(QApplication::font("QMdiSubWindowTitleBar")).horizontalAdvance(box.windowTitle()) +
+        kIconAndButtons;
+    rows->addItem(new QSpacerItem(width, 0), rows->rowCount(), 0, 1, rows->columnCount());
+}
+
 QMessageBox::StandardButton ShowBox(QWidget* owner, std::string_view text, std::string_view caption,
                                     QMessageBox::Icon icon, QMessageBox::StandardButtons buttons) {
     QMessageBox box(icon, FromMessage(caption), FromMessage(text), buttons, owner);
     box.setTextFormat(Qt::PlainText);
+    MakeRoomForCaption(box);
     box.exec();
     return box.standardButton(box.clickedButton());
 }

@@ -1,7 +1,9 @@
 // The desktop's answers to what the logic asks of its surroundings.
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QFileDialog>
+#include <QFontMetrics>
 #include <QLineEdit>
 #include <QTest>
 #include <QTimer>
@@ -52,6 +54,19 @@ TEST(QtHost, ShowsTextAndCaptionAsTheyAre) {
     host.Message("", "File Error(9):");
     EXPECT_EQ(boxes.Seen,
               (QList<Boxes::Box>{{"<b>100%s</b> & more\tmode", "Note:"}, {"", "File Error(9):"}}));
+}
+
+TEST(QtHost, AShortTextLeavesRoomForTheCaption) {
+    QtHost host;
+    const char* caption = "Software running in Demo mode";
+    int width = 0;
+    QTimer::singleShot(50, &host, [&width] {
+        QWidget* box = QApplication::activeModalWidget();
+        width = box->width();
+        box->close();
+    });
+    host.Message("", caption);
+    EXPECT_GT(width, QFontMetrics(QApplication::font()).horizontalAdvance(caption) + 100);
 }
 
 TEST(QtHost, AsksAndAnswers) {
