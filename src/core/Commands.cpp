@@ -73,7 +73,10 @@ void QueryRate(const InstrumentState& state, int code, CommandState& entry) {
     const int type = state.Clock.ClockType;
     const bool current = type == 0 && code == state.Clock.ClockRate;
     Check(entry, current || (type == kLatched && code == 5));
-    entry.Enabled = entry.Enabled && RateEntryEnabled(state.Identity.HardwareType, code);
+    if (!RateEntryEnabled(state.Identity.HardwareType, code)) {
+        entry.Enabled = false;
+        entry.WhyNot = "This model does not sample at this rate";
+    }
     if (code == kCode400MHz && state.Identity.HardwareType == kPerchWideB) entry.Text += " (16 Channel)";
 }
 
@@ -133,6 +136,7 @@ std::string_view WhyNoTransfers(const InstrumentState& state) {
 std::string_view WhyNotNow(const App& app, CommandId id) {
     const InstrumentState& state = app.State;
     const bool running = state.Capture.CaptureState != 0;
+    if (!IsOffered(id)) return "Not in this version";
     if (id == CommandId::Stop && !CanStop(app)) return "Nothing runs that could be stopped";
     if (id == CommandId::End && !running) return "No capture runs that could be ended";
     // Detection would stop a running capture.
@@ -263,7 +267,7 @@ CommandState QueryCommand(const App& app, CommandId id) {
     if (Index(id) >= kCommandCount) return {true, false, false, false, {}, {}};
     entry.Removed = app.Removed.test(Index(id)) || (OfSimulation(id) && app.Simulated == nullptr);
     entry.WhyNot = WhyNotNow(app, id);
-    entry.Enabled = !entry.Removed && IsOffered(id) && entry.WhyNot.empty();
+    entry.Enabled = !entry.Removed && entry.WhyNot.empty();
     entry.Text = Traits(id).Text;
     const Family family(id);
     QueryFamilies(app.State, family, entry);

@@ -147,6 +147,8 @@ void MainMenu::RefreshAction(CommandId id) {
     const QString key = id == CommandId::Go ? QStringLiteral("\t") + FromState(Traits(id).Key) : QString();
     action->setText(FromState(state.Text) + key);
     action->setStatusTip(FromState(state.WhyNot.empty() ? Traits(id).Hint : state.WhyNot));
+    // Most styles pass over grey entries, and with them their status text; a tool tip is shown for these too.
+    action->setToolTip(FromState(state.WhyNot));
 }
 
 void MainMenu::Refresh() {

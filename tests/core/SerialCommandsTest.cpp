@@ -111,5 +111,19 @@ TEST(WhyNot, TellsWhatIsMissing) {
     EXPECT_EQ(why(CommandId::RateUp), "An external clock sets the rate");
 }
 
+TEST(WhyNot, NoEntryIsGreyWithoutAReason) {
+    Bench bench;
+    for (const int row : {0, 11, 15, 17, 19, 27}) {
+        bench.UseRow(row);
+        for (std::size_t i = 0; i < kCommandCount; ++i) {
+            const auto id = static_cast<CommandId>(i);
+            const CommandState entry = QueryCommand(bench.App, id);
+            const bool blank = entry.Text.find_first_not_of(' ') == std::string::npos;
+            if (entry.Removed || blank) continue;
+            EXPECT_EQ(entry.Enabled, entry.WhyNot.empty()) << Traits(id).Text << " of row " << row;
+        }
+    }
+}
+
 }  // namespace
 }  // namespace zu

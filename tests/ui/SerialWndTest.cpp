@@ -262,6 +262,7 @@ TEST(SerialWnd, TheColumnOfTransfersIsSwitchedByItsEntry) {
     const QAction& entry = *desk.View().Menu().Action(CommandId::SerialTransfers);
     EXPECT_FALSE(entry.isEnabled());
     EXPECT_EQ(entry.statusTip(), "Open the serial window first");
+    EXPECT_EQ(entry.toolTip(), "Open the serial window first") << "where the style passes over grey entries";
 }
 
 TEST(SerialWnd, ComesBackAsItWas) {
