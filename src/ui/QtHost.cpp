@@ -7,12 +7,12 @@
 #include <QApplication>
 #include <QDateTime>
 #include <QFileDialog>
-#include <QFontMetrics>
 #include <QGridLayout>
 #include <QMessageBox>
 #include <QThread>
 #include <QTimer>
 
+#include "ui/CaptionRoom.h"
 #include "ui/FileFilter.h"
 #include "ui/QtText.h"
 
@@ -34,13 +34,10 @@ void PrintBox(std::string_view text, std::string_view caption) {
 
 /// A box is made for its text; a short one, or none at all, would cut off the caption.
 void MakeRoomForCaption(QMessageBox& box) {
-    constexpr int kIconAndButtons = 160;
     auto* rows = qobject_cast<QGridLayout*>(box.layout());
     if (rows == nullptr) return;
-    const int width =
-        QFontMetrics(QApplication::font("QMdiSubWindowTitleBar")).horizontalAdvance(box.windowTitle()) +
-        kIconAndButtons;
-    rows->addItem(new QSpacerItem(width, 0), rows->rowCount(), 0, 1, rows->columnCount());
+    auto* room = new QSpacerItem(CaptionRoom(box.windowTitle()), 0);
+    rows->addItem(room, rows->rowCount(), 0, 1, rows->columnCount());
 }
 
 QMessageBox::StandardButton ShowBox(QWidget* owner, std::string_view text, std::string_view caption,

@@ -9,6 +9,7 @@
 
 #include "core/Defaults.h"
 #include "state/Catalogue.h"
+#include "ui/CaptionRoom.h"
 #include "ui/QtText.h"
 
 namespace zu {
@@ -39,6 +40,8 @@ CInitSettings::CInitSettings(InstrumentState& state, QWidget* parent) : QDialog(
     setWindowTitle(QStringLiteral("Logic Analyzer Emulation"));
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(new QLabel(QStringLiteral("Select model to emulate"), this));
+    // The choices are narrower than the caption.
+    layout->addSpacerItem(new QSpacerItem(CaptionRoom(windowTitle()), 0));
     for (int row = 0; row < kModelRows; ++row) {
         if (HasShape(row)) layout->addWidget(MakeChoice(row, OfferOf(row) != nullptr));
     }
