@@ -249,6 +249,24 @@ TEST(SerialWnd, TabGoesFromTheListThroughTheTools) {
     EXPECT_EQ(order, (QStringList{"SearchKind", "Next", "Prev", "Filter", "SerialList"}));
 }
 
+TEST(SerialWnd, WithoutABusItOffersTheGroupSetup) {
+    SerialDesk desk;
+    QPushButton& groups = desk.Button("GroupSetup");
+    EXPECT_TRUE(groups.isHidden());
+    desk.State().Serial.SerialMode = 0;
+    desk.Window().Redraw();
+    EXPECT_TRUE(groups.isVisible());
+    desk.Box.Dialogs.emplace_back([&desk](QDialog& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), "Group setup");
+        desk.State().Serial.SerialMode = 1;
+        dialog.reject();
+    });
+    QTest::mouseClick(&groups, Qt::LeftButton);
+    Desk::Settle();
+    EXPECT_EQ(desk.Box.Titles, QStringList{"Group setup"});
+    EXPECT_TRUE(groups.isHidden()) << "a bus was made there";
+}
+
 TEST(SerialWnd, TheColumnOfTransfersIsSwitchedByItsEntry) {
     SerialDesk desk;
     EXPECT_TRUE(desk.List().View().ShowsTransfers());

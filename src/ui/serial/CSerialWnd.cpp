@@ -30,6 +30,10 @@ CSerialWnd::CSerialWnd(CZuView& controller, CSerialList* list) : CTrafficWnd(con
     connect(next, &QPushButton::clicked, this, [this] { list_->View().Search(SearchWay::Next); });
     connect(prev, &QPushButton::clicked, this, [this] { list_->View().Search(SearchWay::Prev); });
     connect(filter, &QPushButton::clicked, this, [this, filter] { OpenFilter(*filter); });
+    groups_ =
+        MakeButton("&Group setup...", "GroupSetup", "No group is an I2C or Microwire bus yet: make one");
+    connect(groups_, &QPushButton::clicked, this, [this] { Controller().Execute(CommandId::GroupSetup); });
+    OfferGroups();
 }
 
 QComboBox* CSerialWnd::MakeKinds() {
@@ -57,7 +61,13 @@ void CSerialWnd::OpenFilter(const QPushButton& button) {
     list_->View().OpenFilter(at.x(), at.y());
 }
 
+/// Without a bus the list stays empty; then the way to one is among the tools.
+void CSerialWnd::OfferGroups() {
+    groups_->setVisible(Controller().State().Serial.SerialMode == 0);
+}
+
 void CSerialWnd::Redraw() {
+    OfferGroups();
     list_->View().ShowTransfers(Controller().State().Serial.TransfersShown != 0);
     list_->Redraw();
 }

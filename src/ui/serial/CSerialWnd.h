@@ -27,8 +27,10 @@ class CSerialWnd final : public CTrafficWnd {
     QComboBox* MakeKinds();
     QPushButton* MakeButton(const char* text, const char* name, const char* hint);
     void OpenFilter(const QPushButton& button);
+    void OfferGroups();
 
     CSerialList* list_;
+    QPushButton* groups_ = nullptr;  ///< there while no group is a bus
 };
 
 }  // namespace zu
