@@ -262,7 +262,7 @@ void SetMemoryMode(App& app, int mux, int mode) {
     state.Memory.HardwareMode = static_cast<std::int8_t>(mode);
     RunMemoryLayout(app, mux);
     SetupMemConfig(app.Hardware, state);
-    GrowDecodeBuffers(state);
+    FitDecodeBuffers(state);
     state.Pattern.PatLimit = state.Memory.BufferLen;
     std::int32_t& trigger = state.Cursors.Cur[kCursorT];
     trigger = std::min(trigger, std::max(state.Memory.DisplayLen - 3, 0));

@@ -178,18 +178,17 @@ void ResizeDecodeBuffers(InstrumentState& state) {
     for (auto& words : state.Serial.SpiSI) words.clear();
     for (auto& words : state.Serial.SpiSO) words.clear();
     state.Pattern.DirectionBuffer.clear();
-    GrowDecodeBuffers(state);
+    FitDecodeBuffers(state);
 }
 
-void GrowDecodeBuffers(InstrumentState& state) {
+void FitDecodeBuffers(InstrumentState& state) {
     const auto length = static_cast<std::size_t>(std::max(state.Memory.DisplayLen, 0));
-    const auto grow = [length](auto& array) {
-        if (array.size() < length) array.resize(length);
-    };
-    grow(state.Serial.SerialEvents);
-    for (auto& words : state.Serial.SpiSI) grow(words);
-    for (auto& words : state.Serial.SpiSO) grow(words);
-    if (HasDirectionBuffer(state.Identity.HardwareType)) grow(state.Pattern.DirectionBuffer);
+    state.Serial.SerialEvents.resize(length);
+    for (auto& words : state.Serial.SpiSI) words.resize(length);
+    for (auto& words : state.Serial.SpiSO) words.resize(length);
+    std::vector<std::uint8_t>& directions = state.Pattern.DirectionBuffer;
+    if (HasDirectionBuffer(state.Identity.HardwareType))
+        directions.resize(std::max(directions.size(), length));
 }
 
 void ApplyModel(InstrumentState& state) {

@@ -21,8 +21,8 @@ void ResetChannelColors(InstrumentState& state);
 void ResetTrigWords(InstrumentState& state);
 /// Decode arrays and the direction buffer at DisplayLen, zeroed.
 void ResizeDecodeBuffers(InstrumentState& state);
-/// Room for a DisplayLen that has grown; what is there stays, and nothing shrinks.
-void GrowDecodeBuffers(InstrumentState& state);
+/// Decode arrays at the present DisplayLen; what is there below it stays. Directions are never cut.
+void FitDecodeBuffers(InstrumentState& state);
 
 /// Rebuilds everything that depends on HardwareType: shape, lengths, groups, buffers, lines, column widths.
 /// A row without a shape keeps the previous one.

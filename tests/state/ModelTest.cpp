@@ -270,17 +270,37 @@ TEST(ChannelNames, ClearTheInversionOfWhatTheyName) {
     EXPECT_EQ(state->Channels.ChannelInvert[32], 1);
 }
 
-TEST(DecodeBuffers, GrowAndKeepWhatTheyHold) {
+TEST(DecodeBuffers, FollowTheDisplayedLength) {
     auto state = StateOfRow(15);
     state->Serial.SerialEvents[7] = 9;
     state->Memory.DisplayLen = 2097152;
-    GrowDecodeBuffers(*state);
+    FitDecodeBuffers(*state);
     EXPECT_EQ(state->Serial.SerialEvents.size(), 2097152U);
     EXPECT_EQ(state->Serial.SpiSO[2].size(), 2097152U);
-    EXPECT_EQ(state->Serial.SerialEvents[7], 9);
+    EXPECT_EQ(state->Serial.SerialEvents[7], 9) << "what is there stays";
+    state->Serial.SerialEvents[8192] = state->Serial.SerialEvents[8191] = 4;
+    state->Serial.SpiSI[1][8192] = 0x19F;
     state->Memory.DisplayLen = 8192;
-    GrowDecodeBuffers(*state);
-    EXPECT_EQ(state->Serial.SerialEvents.size(), 2097152U) << "a short mode gives nothing back";
+    FitDecodeBuffers(*state);
+    EXPECT_EQ(state->Serial.SerialEvents.size(), 8192U) << "nothing is read beyond the displayed length";
+    EXPECT_EQ(state->Serial.SpiSI[1].size(), 8192U);
+    EXPECT_EQ(state->Serial.SerialEvents[8191], 4);
+    state->Memory.DisplayLen = 16384;
+    FitDecodeBuffers(*state);
+    EXPECT_EQ(state->Serial.SerialEvents[8192], 0) << "old traffic does not come back";
+    EXPECT_EQ(state->Serial.SpiSI[1][8192], 0);
+    state->Memory.DisplayLen = -1;
+    FitDecodeBuffers(*state);
+    EXPECT_TRUE(state->Serial.SerialEvents.empty());
+}
+
+TEST(DecodeBuffers, DirectionsAreKeptInAShortMode) {
+    auto state = StateOfRow(25);
+    const std::size_t length = state->Pattern.DirectionBuffer.size();
+    ASSERT_GT(length, 100U);
+    state->Memory.DisplayLen = 100;
+    FitDecodeBuffers(*state);
+    EXPECT_EQ(state->Pattern.DirectionBuffer.size(), length);
 }
 
 }  // namespace
