@@ -149,19 +149,20 @@ EditResult TakeSerialRole(InstrumentState& state, int group, int mode) {
     return Tell(result, kModeTraits[At(mode)].Message);
 }
 
-EditResult TooManySpiGroups() {
+EditResult TooManySpiGroups(bool wasSpi) {
     std::array<char, 64> text{};
     std::snprintf(text.data(), text.size(), "The software supports a maximum of %d SPI groups.",
                   kMaxSpiGroups);
-    EditResult result{.Changed = true};
+    EditResult result{.Changed = true, .DecodeSpi = wasSpi};
     return Tell(result, {text.data(), kErrorBefore});
 }
 
 /// A group that is refused ends in mode 0, whatever it was before.
 EditResult MakeSpi(InstrumentState& state, int group, int mode) {
     GroupRecord& record = state.Groups[At(group)];
+    const bool wasSpi = IsSpiGroup(state, group);
     record.Mode = 0;
-    if (CountSpiGroups(state) >= kMaxSpiGroups) return TooManySpiGroups();
+    if (CountSpiGroups(state) >= kMaxSpiGroups) return TooManySpiGroups(wasSpi);
     record.Mode = static_cast<std::int8_t>(mode);
     record.Size = kModeTraits[kFirstSpi].Size;
     EditResult result{.Changed = true, .DecodeSpi = true};

@@ -313,6 +313,13 @@ TEST_F(GroupEdits, TheFourthSpiGroupIsRefusedAndEndsNormal) {
     EXPECT_EQ(CountSpiGroups(*state), 3);
 }
 
+TEST_F(GroupEdits, AnSpiGroupThatIsRefusedLeavesItsSlotToTheOthers) {
+    for (const int group : {0, 1, 2}) SetGroupMode(*state, group, 3, selection);
+    EXPECT_FALSE(SetGroupMode(*state, kGroup, 3, selection).DecodeSpi) << "nothing has moved";
+    Group().Mode = 4;  // a file may bring a fourth
+    EXPECT_TRUE(SetGroupMode(*state, kGroup, 3, selection).DecodeSpi);
+}
+
 TEST_F(GroupEdits, AnSpiGroupChangesItsModeBesideTwoOthers) {
     for (const int group : {0, 1, kGroup}) SetGroupMode(*state, group, 3, selection);
     SetGroupMode(*state, kGroup, 6, selection);
