@@ -30,10 +30,11 @@ struct FoundTransfer {
     std::variant<I2cTransfer, SelectTransfer> Content;
 };
 
+constexpr std::int32_t kSpiChannels = 4;
+
 Bus BusOf(const GroupRecord& group) {
     if (group.Mode == kGroupModeI2C) return Bus::I2c;
     if (group.Mode == kGroupModeMicrowire) return Bus::Microwire;
-    constexpr std::int32_t kSpiChannels = 4;
     return IsSpiMode(group.Mode) && group.Size == kSpiChannels ? Bus::Spi : Bus::None;
 }
 
@@ -50,14 +51,17 @@ void Append(std::vector<FoundTransfer>& found, int group, Bus bus, std::vector<T
     }
 }
 
-/// Decodes one group as if it were the only bus, so that it is the first of its kind and takes slot 0.
+/// Decodes one group as if it were the only bus, so that it is the first of its kind and takes slot 0. The
+/// arrays are empty before: a decoder leaves what lies behind its own samples.
 void DecodeAlone(InstrumentState& state, int group, std::vector<FoundTransfer>& found) {
+    const Bus bus = BusOf(state.Groups[static_cast<std::size_t>(group)]);
+    if (bus == Bus::None) return;
+    ResizeDecodeBuffers(state);
     std::array<std::int8_t, kGroupCount> modes{};
     for (std::size_t g = 0; g < modes.size(); ++g) {
         modes[g] = state.Groups[g].Mode;
         if (static_cast<int>(g) != group) state.Groups[g].Mode = 0;
     }
-    const Bus bus = BusOf(state.Groups[static_cast<std::size_t>(group)]);
     if (bus == Bus::I2c) {
         DecodeI2C(state);
         Append(found, group, bus, I2cTransfers(state));
@@ -72,7 +76,6 @@ void DecodeAlone(InstrumentState& state, int group, std::vector<FoundTransfer>& 
 }
 
 std::vector<FoundTransfer> Decode(InstrumentState& state, std::optional<int> wanted) {
-    ResizeDecodeBuffers(state);
     std::vector<FoundTransfer> found;
     for (int group = 0; group < kGroupCount; ++group) {
         if (!wanted || *wanted == group) DecodeAlone(state, group, found);
@@ -181,9 +184,44 @@ void PrintJson(const DecodeRequest& request, const InstrumentState& state,
     out << json.Text() << std::flush;
 }
 
-bool IsBus(const InstrumentState& state, int group) {
-    return group >= 0 && group < kGroupCount &&
-           BusOf(state.Groups[static_cast<std::size_t>(group)]) != Bus::None;
+Bus BusOf(const InstrumentState& state, int group) {
+    if (group < 0 || group >= kGroupCount) return Bus::None;
+    return BusOf(state.Groups[static_cast<std::size_t>(group)]);
+}
+
+/// The groups that can be decoded, as "0 (spi, FLASH), 3 (i2c)"; empty for none.
+std::string ListOfBuses(const InstrumentState& state) {
+    std::string list;
+    for (int group = 0; group < kGroupCount; ++group) {
+        const Bus bus = BusOf(state, group);
+        if (bus == Bus::None) continue;
+        if (!list.empty()) list += ", ";
+        list += std::to_string(group) + " (" + std::string(NameOf(bus));
+        const std::string_view name = state.Groups[static_cast<std::size_t>(group)].Name.View();
+        if (!name.empty()) list += ", " + ToUtf8(name);
+        list += ')';
+    }
+    return list;
+}
+
+constexpr std::string_view kNotABus = "set up as I2C, Microwire or SPI";
+constexpr std::string_view kSetOneUp = ": set one up in the Group setup of zu\n";
+
+/// Tells why a group cannot be decoded, and which can.
+void RefuseGroup(const InstrumentState& state, int number, std::ostream& err) {
+    const GroupRecord& group = state.Groups[static_cast<std::size_t>(std::clamp(number, 0, kGroupCount - 1))];
+    err << "zu-cli: group " << number << " is ";
+    if (IsSpiMode(group.Mode)) {
+        err << "an SPI group of " << group.Size << " channels and needs 4: clock, SI, SO, chip select\n";
+        return;
+    }
+    const std::string buses = ListOfBuses(state);
+    err << "not " << kNotABus;
+    if (buses.empty()) {
+        err << "; no group of this file is" << kSetOneUp;
+    } else {
+        err << "; groups that are: " << buses << '\n';
+    }
 }
 
 }  // namespace
@@ -196,10 +234,11 @@ CliExit ShowTransfers(const DecodeRequest& request, std::ostream& out, std::ostr
     CaptureSession session(out, err);
     if (!session.Load(request.File)) return CliExit::Problems;
     InstrumentState& state = session.State();
-    if (request.Group && !IsBus(state, *request.Group)) {
-        err << "zu-cli: group " << *request.Group << " is not set up as I2C, Microwire or SPI\n";
+    if (request.Group && BusOf(state, *request.Group) == Bus::None) {
+        RefuseGroup(state, *request.Group, err);
         return CliExit::Usage;
     }
+    if (ListOfBuses(state).empty()) err << "zu-cli: no group of this file is " << kNotABus << kSetOneUp;
     const auto found = Decode(state, request.Group);
     if (request.Json) {
         PrintJson(request, state, found, out);

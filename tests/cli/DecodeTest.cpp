@@ -122,6 +122,51 @@ TEST_P(DecodeSelect, SpiPeriodsAndBytesAreTheOracles) {
     EXPECT_EQ(n, oracle["bytes"].size());
 }
 
+TEST_P(DecodeSelect, SpiTransfersAreLines) {
+    ZU_NEEDS_CAPTURES();
+    const json oracle = OracleOf(GetParam(), "spi");
+    const CliRun run =
+        RunZuCli({"decode", Recording(GetParam()), "--group", std::to_string(oracle["group"].get<int>())});
+    EXPECT_EQ(run.Code, 0) << run.Err;
+    const auto lines = Lines(run.Out);
+    ASSERT_EQ(lines.size(), oracle["cs_frames"].size());
+    std::size_t n = 0;
+    for (std::size_t t = 0; t < lines.size(); ++t) {
+        std::string si = "  SI";
+        std::string so = " | SO";
+        for (auto left = oracle["cs_frames"][t]["bytes"].get<std::size_t>(); left > 0; --left, ++n) {
+            si += ' ' + oracle["bytes"].at(n)["si"].get<std::string>();
+            so += ' ' + oracle["bytes"].at(n)["so"].get<std::string>();
+        }
+        EXPECT_TRUE(lines[t].ends_with(si + so)) << lines[t];
+        EXPECT_EQ(std::stoi(lines[t]), oracle["cs_frames"][t]["active_from"].get<int>());
+    }
+}
+
+/// Eight bits as the other program tells them, read in the first sample behind the clock's edge.
+int ByteAfterEdge(const json& found, const std::string& line) {
+    return HexByte(found.contains(line + "_after") ? found[line + "_after"] : found[line]);
+}
+
+TEST(Decode, MicrowireBitsAreReadBehindTheClocksRise) {
+    ZU_NEEDS_CAPTURES();
+    const json oracle = OracleOf("microwire_93c66", "spi");
+    const json transfers = Transfers("microwire_93c66", "0");
+    ASSERT_EQ(transfers.size(), oracle["cs_frames"].size());
+    std::size_t n = 0;
+    for (std::size_t t = 0; t < transfers.size(); ++t) {
+        const auto in = transfers[t]["dataIn"].get<std::string>();
+        const auto out = transfers[t]["dataOut"].get<std::string>();
+        const auto bytes = oracle["cs_frames"][t]["bytes"].get<std::size_t>();
+        for (std::size_t b = 0; b < bytes; ++b, ++n) {
+            const json& found = oracle["bytes"].at(n);
+            EXPECT_EQ(std::stoi(in.substr(8 * b, 8), nullptr, 2), ByteAfterEdge(found, "si")) << n;
+            EXPECT_EQ(std::stoi(out.substr(8 * b, 8), nullptr, 2), ByteAfterEdge(found, "so")) << n;
+        }
+    }
+    EXPECT_EQ(n, oracle["bytes"].size());
+}
+
 TEST(Decode, MicrowirePeriodsHaveABitForEachClock) {
     ZU_NEEDS_CAPTURES();
     const json oracle = OracleOf("microwire_93c66", "spi");
@@ -154,11 +199,53 @@ TEST(Decode, AGroupMustBeABus) {
     const CliRun run = RunZuCli({"decode", path, "--group", "0"});
     EXPECT_EQ(run.Code, 2);
     EXPECT_EQ(run.Out, "");
-    EXPECT_EQ(run.Err, "zu-cli: group 0 is not set up as I2C, Microwire or SPI\n");
+    EXPECT_EQ(
+        run.Err,
+        "zu-cli: group 0 is not set up as I2C, Microwire or SPI; no group of this file is: set one up in "
+        "the Group setup of zu\n");
     EXPECT_EQ(RunZuCli({"decode", path, "--group", "30"}).Code, 2);
     EXPECT_EQ(RunZuCli({"decode", path, "--group", "-1"}).Code, 2);
     EXPECT_EQ(RunZuCli({"decode", WriteBytes(folder.File("a.ini"), SettingsBlock())}).Code, 2);
     EXPECT_EQ(RunZuCli({"decode", folder.File("missing.zu")}).Code, 1);
+}
+
+/// Two SPI groups, the second on a channel that no instrument has, an SPI group of three channels, and a bus
+/// without a name.
+std::string FileOfBuses(const TempFolder& folder) {
+    std::string samples;
+    for (int i = 0; i < 8192; ++i) {
+        // Chip select is low from sample 30 on; then the clock runs with both lines high.
+        samples += static_cast<char>(i < 30 ? 0x0E : i < 180 ? 0x06 + (i / 2) % 2 : 0x0E);
+    }
+    const std::string groups =
+        "[Group0]\r\nN=FLASH\r\nL=0,1,2,3,\r\nS=4\r\nM=3\r\n[Group1]\r\nN=GONE\r\nL=200,1,2,3,\r\nS=4\r\n"
+        "M=3\r\n[Group2]\r\nN=SHORT\r\nL=0,1,2,\r\nS=3\r\nM=4\r\n[Group3]\r\nN=\r\nL=8,9,\r\nS=2\r\nM=1\r\n"
+        "[Group]\r\nTotGroups=4\r\n";
+    return WriteBytes(folder.File("buses.zu"), DataFile(Record("D0", 0, samples), groups));
+}
+
+TEST(Decode, ABusShowsNoBytesOfAnother) {
+    const TempFolder folder;
+    const CliRun run = RunZuCli({"decode", FileOfBuses(folder), "--json"});
+    EXPECT_EQ(run.Code, 0) << run.Err;
+    const json transfers = json::parse(run.Out)["transfers"];
+    ASSERT_EQ(transfers.size(), 2U) << run.Out;
+    EXPECT_EQ(transfers[0]["group"], 0);
+    EXPECT_GT(transfers[0]["bytes"].size(), 2U);
+    EXPECT_EQ(transfers[1]["group"], 1);
+    EXPECT_TRUE(transfers[1]["bytes"].empty()) << "its clock has no samples";
+}
+
+TEST(Decode, ARefusalNamesTheGroupsThatAreBuses) {
+    const TempFolder folder;
+    const std::string path = FileOfBuses(folder);
+    EXPECT_EQ(RunZuCli({"decode", path, "--group", "7"}).Err,
+              "zu-cli: group 7 is not set up as I2C, Microwire or SPI; groups that are: 0 (spi, FLASH), "
+              "1 (spi, GONE), 3 (i2c)\n");
+    const CliRun run = RunZuCli({"decode", path, "--group", "2"});
+    EXPECT_EQ(run.Code, 2);
+    EXPECT_EQ(run.Err,
+              "zu-cli: group 2 is an SPI group of 3 channels and needs 4: clock, SI, SO, chip select\n");
 }
 
 TEST(Decode, WithoutABusThereIsNothingToPrint) {
@@ -167,6 +254,10 @@ TEST(Decode, WithoutABusThereIsNothingToPrint) {
     const CliRun run = RunZuCli({"decode", path});
     EXPECT_EQ(run.Code, 0);
     EXPECT_EQ(run.Out, "");
+    EXPECT_EQ(
+        run.Err,
+        "zu-cli: no group of this file is set up as I2C, Microwire or SPI: set one up in the Group setup "
+        "of zu\n");
     EXPECT_TRUE(json::parse(RunZuCli({"decode", path, "--json"}).Out)["transfers"].empty());
 }
 
