@@ -19,7 +19,7 @@ SerialResult SerialView::Paint(Canvas& canvas) const {
 }
 
 bool SerialView::Search(SearchWay way) {
-    if (!SearchSerialEvent(state_, host_, kind_, way)) return false;
+    if (!SearchSerialEvent(state_, host_, way)) return false;
     window_.Invalidate();
     window_.RedrawFollowers();
     return true;

@@ -17,10 +17,8 @@ class SerialView final : public SerialListView {
     /// Paints all of the list; the window applies title and scroll range.
     SerialResult Paint(Canvas& canvas) const;
 
-    /// Choice of the search list, an index of kSerialSearchKinds.
-    void SelectKind(int kind) { kind_ = kind; }
-    [[nodiscard]] int Kind() const { return kind_; }
-    /// The Next and Prev buttons; false with a message if there is no such event that way.
+    /// The Next and Prev buttons look for SearchKind; false with a message if there is no such event that
+    /// way.
     bool Search(SearchWay way);
     /// The Filter button: shows its menu at a point of the view and carries out the choice.
     void OpenFilter(std::int32_t x, std::int32_t y);
@@ -40,9 +38,6 @@ class SerialView final : public SerialListView {
     [[nodiscard]] std::string HeaderCells() const override;
     [[nodiscard]] std::string RowCells(std::int32_t sample) const override;
     [[nodiscard]] std::string RowHint(std::int32_t sample) const override;
-
-  private:
-    int kind_ = 0;
 };
 
 }  // namespace zu

@@ -123,11 +123,12 @@ std::int32_t SerialScrollScale(std::int32_t first, std::int32_t last) {
     return span < kFullRange ? 1 : static_cast<std::int32_t>(span / kFullRange + 1);
 }
 
-bool SearchSerialEvent(InstrumentState& state, Host& host, int kind, SearchWay way) {
+bool SearchSerialEvent(InstrumentState& state, Host& host, SearchWay way) {
     std::int32_t found = -1;
+    const int kind = state.Serial.SearchKind;
     if (kind >= 0 && kind < static_cast<int>(kSerialSearchKinds.size())) {
         const std::uint8_t code = kSerialSearchKinds[static_cast<std::size_t>(kind)].Code;
-        const std::int32_t position = std::clamp(state.Serial.SerialDataPos, 0, MapLength(state));
+        const std::int32_t position = std::clamp(state.Serial.SerialDataPos, -1, MapLength(state));
         found = way == SearchWay::Next ? FindCodeForward(state, code, position + 1)
                                        : FindCodeBack(state, code, position - 1);
     }

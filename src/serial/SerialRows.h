@@ -45,8 +45,8 @@ struct SerialSearchKind {
 inline constexpr std::array<SerialSearchKind, 6> kSerialSearchKinds{
     {{"Start", 1}, {"Stop", 2}, {"ACK", 15}, {"NACK", 16}, {"0", 3}, {"1", 4}}};
 enum class SearchWay { Next, Prev };
-/// Moves SerialDataPos to the next or previous event of a kind, without wrapping; false with a message, and
-/// the position unchanged, if there is none. A kind outside the list finds nothing.
-bool SearchSerialEvent(InstrumentState& state, Host& host, int kind, SearchWay way);
+/// Moves SerialDataPos to the next or previous event of SearchKind, without wrapping; false with a message,
+/// and the position unchanged, if there is none. A kind outside the list finds nothing.
+bool SearchSerialEvent(InstrumentState& state, Host& host, SearchWay way);
 
 }  // namespace zu

@@ -52,7 +52,7 @@ struct TriggerRecord {
     std::int8_t TrigLevelsMatchWizard = 1;
 };
 
-/// Serial decode output. The arrays are at least as long as DisplayLen, or empty.
+/// Serial decode output and the views of it. The arrays have DisplayLen entries, or none.
 struct SerialRecord {
     std::int8_t SerialMode = 0;    ///< 0 none, 1 I2C, 2 Microwire
     std::int32_t SerialGroup = 0;  ///< the one I2C or Microwire group
@@ -66,6 +66,7 @@ struct SerialRecord {
     std::array<std::vector<std::uint16_t>, kSpiSlots> SpiSI;  ///< one word per sample
     std::array<std::vector<std::uint16_t>, kSpiSlots> SpiSO;
     std::array<std::uint8_t, 11> SerialFilter{1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1};
+    std::int8_t SearchKind = 0;  ///< what the serial view looks for, an index of kSerialSearchKinds
     std::array<std::uint8_t, kSpiSlots> SpiShown{1, 1, 1};
     std::uint8_t TransfersShown = 1;  ///< the list of I2C events has its column of transfers
 };

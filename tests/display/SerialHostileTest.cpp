@@ -112,7 +112,7 @@ TEST_P(HostileSerial, ListsPaintAndWork) {
             ASSERT_LE(range.Minimum, range.Position);
             ASSERT_LE(range.Position, range.Maximum);
         }
-        serial.SelectKind(Number(random, 6));
+        state->Serial.SearchKind = Byte(random, 6);
         serial.Search(random.OneIn(2) ? SearchWay::Next : SearchWay::Prev);
         serial.OpenFilter(0, 0);
         serial.ShowTransfers(random.OneIn(2));

@@ -182,7 +182,7 @@ TEST_F(SerialViewTest, ACursorStaysInTheMemory) {
 }
 
 TEST_F(SerialViewTest, SearchTakesTheChosenKind) {
-    View.SelectKind(4);
+    State->Serial.SearchKind = 4;
     EXPECT_TRUE(View.Search(SearchWay::Next));
     EXPECT_EQ(Position(), 20);
     EXPECT_TRUE(View.Search(SearchWay::Next));
@@ -191,7 +191,7 @@ TEST_F(SerialViewTest, SearchTakesTheChosenKind) {
     EXPECT_EQ(Position(), 20);
     EXPECT_EQ(Window.Invalidations, 3);
     EXPECT_EQ(Window.Followers, 3);
-    View.SelectKind(3);
+    State->Serial.SearchKind = 3;
     EXPECT_FALSE(View.Search(SearchWay::Next));
     EXPECT_EQ(Position(), 20);
     EXPECT_EQ(Boxes.Boxes, (std::vector<ScriptedHost::Box>{{"Not found", "Serial Search"}}));
@@ -200,8 +200,8 @@ TEST_F(SerialViewTest, SearchTakesTheChosenKind) {
 
 TEST_F(SerialViewTest, ASearchFromTheLastRowWrapsNowhere) {
     State->Serial.SerialDataPos = 110;
-    for (int kind = 0; kind < 6; ++kind) {
-        View.SelectKind(kind);
+    for (std::int8_t kind = 0; kind < 6; ++kind) {
+        State->Serial.SearchKind = kind;
         EXPECT_FALSE(View.Search(SearchWay::Next));
     }
     EXPECT_EQ(Boxes.Boxes.size(), 6U);

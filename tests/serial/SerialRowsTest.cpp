@@ -33,6 +33,10 @@ class SerialRowsTest : public testing::Test {
         for (const SerialRow& row : SerialRows(*bus, count)) samples.push_back(row.Sample);
         return samples;
     }
+    bool Search(int kind, SearchWay way) {
+        bus->Serial.SearchKind = static_cast<std::int8_t>(kind);
+        return SearchSerialEvent(*bus, host, way);
+    }
     BusState bus;
     ScriptedHost host;
 };
@@ -210,23 +214,23 @@ TEST_F(SerialRowsTest, TheSearchListAndItsCodes) {
 TEST_F(SerialRowsTest, NextAndPrevWalkFromThePosition) {
     Put({{50, 1}});
     bus->Serial.SerialDataPos = 0;
-    EXPECT_TRUE(SearchSerialEvent(*bus, host, 0, SearchWay::Next));
+    EXPECT_TRUE(Search(0, SearchWay::Next));
     EXPECT_EQ(bus->Serial.SerialDataPos, 10);
-    EXPECT_TRUE(SearchSerialEvent(*bus, host, 0, SearchWay::Next));
+    EXPECT_TRUE(Search(0, SearchWay::Next));
     EXPECT_EQ(bus->Serial.SerialDataPos, 50);
-    EXPECT_TRUE(SearchSerialEvent(*bus, host, 5, SearchWay::Prev));
+    EXPECT_TRUE(Search(5, SearchWay::Prev));
     EXPECT_EQ(bus->Serial.SerialDataPos, 12);
-    EXPECT_TRUE(SearchSerialEvent(*bus, host, 0, SearchWay::Prev));
+    EXPECT_TRUE(Search(0, SearchWay::Prev));
     EXPECT_EQ(bus->Serial.SerialDataPos, 10);
     EXPECT_TRUE(host.Boxes.empty());
 }
 
 TEST_F(SerialRowsTest, ASearchWrapsNowhere) {
     bus->Serial.SerialDataPos = 40;
-    EXPECT_FALSE(SearchSerialEvent(*bus, host, 1, SearchWay::Next));
+    EXPECT_FALSE(Search(1, SearchWay::Next));
     EXPECT_EQ(bus->Serial.SerialDataPos, 40);
     bus->Serial.SerialDataPos = 10;
-    EXPECT_FALSE(SearchSerialEvent(*bus, host, 0, SearchWay::Prev));
+    EXPECT_FALSE(Search(0, SearchWay::Prev));
     EXPECT_EQ(host.Boxes, (std::vector<ScriptedHost::Box>{{"Not found", "Serial Search"},
                                                           {"Not found", "Serial Search"}}));
 }
@@ -234,23 +238,32 @@ TEST_F(SerialRowsTest, ASearchWrapsNowhere) {
 TEST_F(SerialRowsTest, ASearchBackEndsAtSampleOne) {
     Put({{0, 2}, {1, 16}});
     bus->Serial.SerialDataPos = 10;
-    EXPECT_FALSE(SearchSerialEvent(*bus, host, 1, SearchWay::Prev)) << "sample 0 is not looked at";
-    EXPECT_TRUE(SearchSerialEvent(*bus, host, 3, SearchWay::Prev));
+    EXPECT_FALSE(Search(1, SearchWay::Prev)) << "sample 0 is not looked at";
+    EXPECT_TRUE(Search(3, SearchWay::Prev));
     EXPECT_EQ(bus->Serial.SerialDataPos, 1);
 }
 
+TEST_F(SerialRowsTest, ASearchForwardFromBeforeTheDataSeesSampleZero) {
+    Put({{0, 2}});
+    bus->Serial.SerialDataPos = -1;
+    EXPECT_TRUE(Search(1, SearchWay::Next));
+    EXPECT_EQ(bus->Serial.SerialDataPos, 0);
+    EXPECT_TRUE(Search(1, SearchWay::Next)) << "the sample it stands on is not looked at";
+    EXPECT_EQ(bus->Serial.SerialDataPos, 40);
+}
+
 TEST_F(SerialRowsTest, StrangeSearches) {
-    EXPECT_FALSE(SearchSerialEvent(*bus, host, -1, SearchWay::Next));
-    EXPECT_FALSE(SearchSerialEvent(*bus, host, 6, SearchWay::Next));
+    EXPECT_FALSE(Search(-1, SearchWay::Next));
+    EXPECT_FALSE(Search(6, SearchWay::Next));
     for (const std::int32_t position : {INT32_MIN, INT32_MAX}) {
         bus->Serial.SerialDataPos = position;
-        EXPECT_EQ(SearchSerialEvent(*bus, host, 0, SearchWay::Next), position < 0);
+        EXPECT_EQ(Search(0, SearchWay::Next), position < 0);
         bus->Serial.SerialDataPos = position;
-        EXPECT_EQ(SearchSerialEvent(*bus, host, 0, SearchWay::Prev), position > 0);
+        EXPECT_EQ(Search(0, SearchWay::Prev), position > 0);
     }
     bus.SetDisplayLen(0);
-    EXPECT_FALSE(SearchSerialEvent(*bus, host, 0, SearchWay::Next));
-    EXPECT_FALSE(SearchSerialEvent(*bus, host, 0, SearchWay::Prev));
+    EXPECT_FALSE(Search(0, SearchWay::Next));
+    EXPECT_FALSE(Search(0, SearchWay::Prev));
 }
 
 }  // namespace

@@ -105,6 +105,7 @@ TEST(SerialWnd, SearchesTheKindThatTheListNames) {
     for (int i = 0; i < desk.Kind().count(); ++i) kinds.append(desk.Kind().itemText(i));
     EXPECT_EQ(kinds, (QStringList{"Start", "Stop", "ACK", "NACK", "0", "1"}));
     desk.Kind().setCurrentIndex(2);
+    EXPECT_EQ(desk.State().Serial.SearchKind, 2);
     desk.Button("Next").click();
     const std::int32_t first = desk.Position();
     EXPECT_EQ(EventAt(desk.State(), first), 15);

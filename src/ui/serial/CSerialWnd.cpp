@@ -42,8 +42,9 @@ QComboBox* CSerialWnd::MakeKinds() {
     kinds->setToolTip(QStringLiteral("What Next and Prev look for"));
     kinds->setAccessibleName(kinds->toolTip());
     for (const SerialSearchKind& kind : kSerialSearchKinds) kinds->addItem(FromState(kind.Text));
+    kinds->setCurrentIndex(Controller().State().Serial.SearchKind);
     connect(kinds, &QComboBox::currentIndexChanged, this,
-            [this](int kind) { list_->View().SelectKind(kind); });
+            [this](int kind) { Controller().State().Serial.SearchKind = static_cast<std::int8_t>(kind); });
     return kinds;
 }
 
