@@ -5,6 +5,7 @@
 
 #include <QCloseEvent>
 #include <QMdiArea>
+#include <QRegion>
 
 namespace zu {
 namespace {
@@ -66,6 +67,16 @@ void CChildFrame::Open(const QRect& fallback) {
     raise();
     widget()->setFocus();
     emit opened();
+}
+
+bool CChildFrame::IsCovered() const {
+    if (!isVisible() || mdiArea() == nullptr) return false;
+    QRegion seen(geometry());
+    const QList<QMdiSubWindow*> stack = mdiArea()->subWindowList(QMdiArea::StackingOrder);
+    for (const QMdiSubWindow* window : stack.mid(stack.indexOf(this) + 1)) {
+        if (window->isVisible()) seen -= window->geometry();
+    }
+    return seen.isEmpty();
 }
 
 void CChildFrame::Place(const QRect& place) {

@@ -33,6 +33,8 @@ class CChildFrame final : public QMdiSubWindow {
     [[nodiscard]] bool IsOpen() const { return windows_.*record_.Stat != 0; }
     /// Shows the window at its stored place, or at `fallback` when no place is stored.
     void Open(const QRect& fallback);
+    /// Whether the window is open and nothing of it can be seen for the windows in front of it.
+    [[nodiscard]] bool IsCovered() const;
     /// Moves the window without touching the stored place.
     void Place(const QRect& place);
 

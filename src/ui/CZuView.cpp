@@ -173,10 +173,26 @@ void CZuView::ShowCaptureState() {
 
 void CZuView::Execute(CommandId id) {
     const bool enabled = QueryCommand(app_, id).Enabled;
-    if (enabled && !RunCommand(app_, id)) ExecuteOwn(id);
+    if (enabled && !Uncover(id) && !RunCommand(app_, id)) ExecuteOwn(id);
     if (host_.Quitting()) return;
     menu_->Refresh();
     UpdateBars();
+}
+
+/// The command of a window that is hidden behind others brings it forward: to close what nobody sees would
+/// look as if nothing had happened. False if the command is another, or its window can be seen.
+bool CZuView::Uncover(CommandId id) {
+    using Row = std::pair<CommandId, WindowId>;
+    constexpr std::array kRows{
+        Row{CommandId::WindowTiming, WindowId::Timing}, Row{CommandId::WindowStateList, WindowId::StateList},
+        Row{CommandId::WindowSerial, WindowId::Serial}, Row{CommandId::WindowSpi, WindowId::Spi},
+        Row{CommandId::WindowCursor, WindowId::Cursor}};
+    const auto* row =
+        std::find_if(kRows.begin(), kRows.end(), [id](const Row& each) { return each.first == id; });
+    CChildFrame* child = row == kRows.end() ? nullptr : Child(row->second);
+    if (child == nullptr || !child->IsCovered()) return false;
+    frame_.Area().setActiveSubWindow(child);
+    return true;
 }
 
 void CZuView::ExecuteOwn(CommandId id) {

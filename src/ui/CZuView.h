@@ -83,6 +83,7 @@ class CZuView final : public QObject, public Shell {
     void ShowCaptureState();
     void PresentFrame();
     void ExecuteOwn(CommandId id);
+    bool Uncover(CommandId id);
     bool ExecuteColor(CommandId id);
     void ExecuteZoom(CommandId id);
     void ShowRegisterTrace();

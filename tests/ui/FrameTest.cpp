@@ -121,6 +121,28 @@ TEST(Child, TheProgramsEndDoesNotCloseWindows) {
     EXPECT_EQ(desk.State().Windows.TimingStat, 1);
 }
 
+TEST(Child, TheKeyOfAHiddenWindowBringsItForward) {
+    StartedDesk desk;
+    CChildFrame& timing = *desk.View().Child(WindowId::Timing);
+    desk.View().Execute(CommandId::WindowSerial);
+    CChildFrame& serial = *desk.View().Child(WindowId::Serial);
+    serial.setGeometry(300, 100, 500, 300);
+    timing.setGeometry(250, 50, 900, 600);
+    EXPECT_FALSE(serial.IsCovered());
+    desk.Frame().Area().setActiveSubWindow(&timing);
+    ASSERT_TRUE(serial.IsCovered());
+    desk.View().Execute(CommandId::WindowSerial);
+    EXPECT_EQ(desk.State().Windows.SerialStat, 1);
+    EXPECT_FALSE(serial.IsCovered());
+    EXPECT_EQ(desk.Frame().Area().activeSubWindow(), &serial);
+    EXPECT_TRUE(serial.isAncestorOf(QApplication::focusWidget()));
+
+    timing.setGeometry(400, 50, 900, 600);
+    desk.Frame().Area().setActiveSubWindow(&timing);
+    desk.View().Execute(CommandId::WindowSerial);
+    EXPECT_EQ(desk.State().Windows.SerialStat, 0) << "a part of it was in sight";
+}
+
 TEST(Frame, TileAndCascadeArrangeTheWindows) {
     StartedDesk desk;
     desk.View().Execute(CommandId::WindowTile);
