@@ -216,6 +216,40 @@ TEST(HardwareReadOut, RedrawsEveryOpenViewInItsOrder) {
               (Strings{"redraw Timing", "redraw StateList", "redraw Serial", "redraw Spi", "redraw Cursor"}));
 }
 
+/// Traffic of an earlier capture, which a decoder takes away.
+void PutOldTraffic(InstrumentState& state) {
+    state.Groups[0].Mode = 1;
+    state.Groups[1].Mode = 3;
+    state.Groups[1].Size = 4;
+    state.Serial.SerialMode = 1;
+    state.Serial.SerialEvents[5] = 7;
+    state.Serial.SpiFirst = 99;
+}
+
+TEST(HardwareReadOut, DecodesSpiAlwaysAndTheSerialGroupForItsWindow) {
+    for (const int open : {0, 1}) {
+        BoardBench bench(1);
+        bench.State->Windows.SerialStat = open;
+        Go(bench.App);
+        PutOldTraffic(*bench.State);
+        bench.Answer({kComplete});
+        bench.Tick();
+        EXPECT_NE(bench.State->Serial.SpiFirst, 99);
+        EXPECT_EQ(bench.State->Serial.SerialEvents[5] == 7, open == 0);
+    }
+}
+
+TEST(HardwareEnd, DecodesTheSerialGroupForItsWindow) {
+    for (const int open : {0, 1}) {
+        BoardBench bench(1);
+        bench.State->Windows.SerialStat = open;
+        Go(bench.App);
+        PutOldTraffic(*bench.State);
+        End(bench.App);
+        EXPECT_EQ(bench.State->Serial.SerialEvents[5] == 7, open == 0);
+    }
+}
+
 TEST(HardwareAuto, ForcesOnEveryTickBehindTheDelay) {
     BoardBench bench(2);
     Go(bench.App);
