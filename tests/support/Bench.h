@@ -1,49 +1,16 @@
 #pragma once
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <string>
-#include <unistd.h>
 
 #include "core/App.h"
 #include "core/Paths.h"
 #include "state/Model.h"
 #include "support/RecordingShell.h"
 #include "support/ScriptedHost.h"
+#include "support/TempFolder.h"
 
 namespace zu::test {
-
-/// A folder of its own that goes with the object.
-class TempFolder {
-  public:
-    TempFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "zu-test-XXXXXX").string();
-        path_ = ::mkdtemp(name.data());
-    }
-    ~TempFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    TempFolder(const TempFolder&) = delete;
-    TempFolder& operator=(const TempFolder&) = delete;
-
-    [[nodiscard]] const std::string& Path() const { return path_; }
-    [[nodiscard]] std::string File(const std::string& name) const { return path_ + "/" + name; }
-    std::string Write(const std::string& name, const std::string& bytes) const {
-        std::ofstream(File(name), std::ios::binary) << bytes;
-        return File(name);
-    }
-    [[nodiscard]] std::string Read(const std::string& name) const {
-        std::ifstream file(File(name), std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-    [[nodiscard]] bool Has(const std::string& name) const { return std::filesystem::exists(File(name)); }
-
-  private:
-    std::string path_;
-};
 
 /// A whole program without windows: state, scripted host, recorded shell, and nothing at the cables. Its
 /// files lie in a folder of its own.

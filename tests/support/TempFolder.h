@@ -10,6 +10,16 @@
 
 namespace zu::test {
 
+inline std::string ReadBytes(const std::filesystem::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+inline std::string WriteBytes(const std::filesystem::path& path, std::string_view bytes) {
+    std::ofstream(path, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    return path.string();
+}
+
 /// A folder of its own for one test, removed with all in it.
 class TempFolder {
   public:
@@ -27,6 +37,11 @@ class TempFolder {
 
     [[nodiscard]] const std::filesystem::path& Path() const { return path_; }
     [[nodiscard]] std::string File(std::string_view name) const { return (path_ / name).string(); }
+    std::string Write(std::string_view name, std::string_view bytes) const {
+        return WriteBytes(path_ / name, bytes);
+    }
+    [[nodiscard]] std::string Read(std::string_view name) const { return ReadBytes(path_ / name); }
+    [[nodiscard]] bool Has(std::string_view name) const { return std::filesystem::exists(path_ / name); }
     /// Names in the folder, counted.
     [[nodiscard]] std::ptrdiff_t Count() const {
         return std::distance(std::filesystem::directory_iterator(path_), {});
@@ -35,15 +50,5 @@ class TempFolder {
   private:
     std::filesystem::path path_;
 };
-
-inline std::string ReadBytes(const std::filesystem::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
-
-inline std::string WriteBytes(const std::filesystem::path& path, std::string_view bytes) {
-    std::ofstream(path, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    return path.string();
-}
 
 }  // namespace zu::test
