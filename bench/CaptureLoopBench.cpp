@@ -61,21 +61,18 @@ class TimedUsb final : public UsbDevice {
     Passed& passed_;
 };
 
-class TimedPorts final : public PortIo {
+class TimedDriver final : public KernelDriver {
   public:
-    TimedPorts(PortIo& inner, Passed& passed) : inner_(inner), passed_(passed) {}
-    void Out8(std::uint16_t port, std::uint8_t value) override {
-        passed_.Count(1, [&] { return inner_.Out8(port, value), true; });
+    TimedDriver(KernelDriver& inner, Passed& passed) : inner_(inner), passed_(passed) {}
+    bool Open() override { return inner_.Open(); }
+    bool Ioctl(std::uint32_t code, std::span<std::uint8_t> record, std::span<std::uint8_t> buffer) override {
+        return passed_.Count(record.size() + buffer.size(),
+                             [&] { return inner_.Ioctl(code, record, buffer); });
     }
-    std::uint8_t In8(std::uint16_t port) override {
-        return passed_.Count(1, [&] { return inner_.In8(port); });
-    }
-    void InString(std::uint16_t port, PortUnit unit, std::span<std::uint8_t> bytes) override {
-        passed_.Count(bytes.size(), [&] { return inner_.InString(port, unit, bytes), true; });
-    }
+    void Close() override { inner_.Close(); }
 
   private:
-    PortIo& inner_;
+    KernelDriver& inner_;
     Passed& passed_;
 };
 
@@ -101,7 +98,7 @@ struct Program {
     test::TempFolder Folder;
     SimAttachment Cable;
     TimedUsb Usb{*Cable.Seams().Usb, Simulator};
-    TimedPorts Ports{*Cable.Seams().Ports, Simulator};
+    TimedDriver Driver{*Cable.Seams().Driver, Simulator};
     std::unique_ptr<InstrumentState> State = std::make_unique<InstrumentState>();
     LoopHost Host;
     test::RecordingShell Shell{*State};
@@ -117,7 +114,7 @@ struct Program {
         Host.Simulator = &Simulator;
         Hardware.Seams = Cable.Seams();
         Hardware.Seams.Usb = &Usb;
-        Hardware.Seams.Ports = &Ports;
+        Hardware.Seams.Driver = &Driver;
         RunStartupSequence(App);
         Host.Program = &App;
         State->Capture.CaptureMode = 0;
