@@ -68,15 +68,9 @@ void CStateList::wheelEvent(QWheelEvent* event) {
 }
 
 void CStateList::keyPressEvent(QKeyEvent* event) {
-    struct KeyRow {
-        int Key;
-        bool Ctrl;
-        ScrollAxis Axis;
-        ScrollCode Code;
-    };
     using enum ScrollAxis;
     using enum ScrollCode;
-    static constexpr KeyRow kKeys[] = {
+    static constexpr ScrollKey kKeys[] = {
         {Qt::Key_Up, false, Vertical, LineBack},      {Qt::Key_Down, false, Vertical, LineForward},
         {Qt::Key_PageUp, false, Vertical, PageBack},  {Qt::Key_PageDown, false, Vertical, PageForward},
         {Qt::Key_Home, false, Vertical, Top},         {Qt::Key_End, false, Vertical, Bottom},
@@ -86,11 +80,7 @@ void CStateList::keyPressEvent(QKeyEvent* event) {
     };
     if (event->matches(QKeySequence::Copy)) return Copy();
     if (event->key() == Qt::Key_Escape) return view_.ClearSelection();
-    const bool ctrl = event->modifiers().testFlag(Qt::ControlModifier);
-    for (const KeyRow& row : kKeys) {
-        if (row.Key == event->key() && row.Ctrl == ctrl) return ScrollBy(row.Axis, row.Code);
-    }
-    CViewWnd::keyPressEvent(event);
+    if (!ScrollByKey(*event, kKeys)) CViewWnd::keyPressEvent(event);
 }
 
 bool CStateList::viewportEvent(QEvent* event) {

@@ -116,15 +116,9 @@ void CTimingWnd::wheelEvent(QWheelEvent* event) {
 }
 
 void CTimingWnd::keyPressEvent(QKeyEvent* event) {
-    struct KeyRow {
-        int Key;
-        bool Ctrl;
-        ScrollAxis Axis;
-        ScrollCode Code;
-    };
     using enum ScrollAxis;
     using enum ScrollCode;
-    static constexpr KeyRow kKeys[] = {
+    static constexpr ScrollKey kKeys[] = {
         {Qt::Key_Left, false, Horizontal, LineBack},   {Qt::Key_Right, false, Horizontal, LineForward},
         {Qt::Key_Left, true, Horizontal, PageBack},    {Qt::Key_Right, true, Horizontal, PageForward},
         {Qt::Key_Up, false, Vertical, LineBack},       {Qt::Key_Down, false, Vertical, LineForward},
@@ -133,11 +127,7 @@ void CTimingWnd::keyPressEvent(QKeyEvent* event) {
         {Qt::Key_Home, false, Horizontal, Top},        {Qt::Key_End, false, Horizontal, Bottom},
         {Qt::Key_Home, true, Vertical, Top},           {Qt::Key_End, true, Vertical, Bottom},
     };
-    const bool ctrl = event->modifiers().testFlag(Qt::ControlModifier);
-    for (const KeyRow& row : kKeys) {
-        if (row.Key == event->key() && row.Ctrl == ctrl) return ScrollBy(row.Axis, row.Code);
-    }
-    CViewWnd::keyPressEvent(event);
+    if (!ScrollByKey(*event, kKeys)) CViewWnd::keyPressEvent(event);
 }
 
 bool CTimingWnd::event(QEvent* event) {

@@ -101,6 +101,16 @@ void CViewWnd::ScrollBy(ScrollAxis axis, ScrollCode code, int times) {
     for (int i = 0; i < times; ++i) Scroll({axis, code, 0});
 }
 
+bool CViewWnd::ScrollByKey(const QKeyEvent& event, std::span<const ScrollKey> keys) {
+    const bool ctrl = event.modifiers().testFlag(Qt::ControlModifier);
+    for (const ScrollKey& row : keys) {
+        if (row.Key != event.key() || row.Ctrl != ctrl) continue;
+        ScrollBy(row.Axis, row.Code);
+        return true;
+    }
+    return false;
+}
+
 int CViewWnd::Notches(const QWheelEvent& event) {
     wheelRest_ += event.angleDelta().y();
     const int notches = wheelRest_ / kWheelNotch;

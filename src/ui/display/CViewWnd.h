@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 
 #include <QAbstractScrollArea>
 #include <QImage>
@@ -64,6 +65,15 @@ class CViewWnd : public QAbstractScrollArea {
     /// Shows range and place of a view; that is no scroll of the user.
     void SetBar(ScrollAxis axis, const ScrollRange& range, int page);
     void ScrollBy(ScrollAxis axis, ScrollCode code, int times = 1);
+    /// A key that scrolls.
+    struct ScrollKey {
+        int Key;
+        bool Ctrl;
+        ScrollAxis Axis;
+        ScrollCode Code;
+    };
+    /// Scrolls as the table tells of the key; false for a key that is not in it.
+    bool ScrollByKey(const QKeyEvent& event, std::span<const ScrollKey> keys);
     /// Whole notches of the wheel, kept from turn to turn; above 0 away from the user.
     int Notches(const QWheelEvent& event);
     void ShowPointer(PointerShape shape);
